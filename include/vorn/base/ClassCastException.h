@@ -1,0 +1,15 @@
+// CClassCastException: an exception of the family with no description and no message.
+#pragma once
+
+#include <vorn/base/Exception.h>
+
+namespace vorn::base {
+
+class VORN_API CClassCastException : public CException {
+    VORN_DECLARE_CLASS(CClassCastException)
+
+public:
+    CClassCastException(const char* file, unsigned int line);
+};
+
+} // namespace vorn::base

@@ -1,0 +1,15 @@
+// CIllegalComparisonException: an exception of the family with a description and a message.
+#pragma once
+
+#include <vorn/base/Exception.h>
+
+namespace vorn::base {
+
+class VORN_API CIllegalComparisonException : public CException {
+    VORN_DECLARE_CLASS(CIllegalComparisonException)
+
+public:
+    CIllegalComparisonException(const char* file, unsigned int line, const char* description, const char* message);
+};
+
+} // namespace vorn::base

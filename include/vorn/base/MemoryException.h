@@ -1,0 +1,15 @@
+// CMemoryException: an exception of the family with no description and no message.
+#pragma once
+
+#include <vorn/base/Exception.h>
+
+namespace vorn::base {
+
+class VORN_API CMemoryException : public CException {
+    VORN_DECLARE_CLASS(CMemoryException)
+
+public:
+    CMemoryException(const char* file, unsigned int line);
+};
+
+} // namespace vorn::base

@@ -1,0 +1,56 @@
+// The module's load and unload hooks. This file is linked last, so that its load hook runs after
+// every other static initialiser of the module; the unload hook is registered from there, which
+// makes it run before the static destructors (they were registered earlier).
+#include <cstdlib>
+#include <dlfcn.h>
+
+#include <vorn/base/Exception.h>
+
+#include "platform/Debug.h"
+#include "platform/Resources.h"
+#include "vorn/base/Module.h"
+
+namespace vorn::module {
+
+namespace {
+
+bool g_attached = false;
+
+const void* ModuleHandle() {
+    Dl_info info;
+    if (::dladdr(reinterpret_cast<const void*>(&ModuleHandle), &info) != 0)
+        return info.dli_fbase;
+    return nullptr;
+}
+
+void Detach() {
+    if (ModuleResourceCache > 0)
+        RSRemoveModuleImageCache(ModuleResourceCache);
+    ModuleResourceCache = 0;
+    g_attached = false;
+}
+
+bool Attach() {
+    try {
+        ModuleResourceCache = RSInitModuleImageCache(ModuleHandle());
+        return true;
+    } catch (const vorn::base::CException&) {
+        return false;
+    }
+}
+
+// A module that failed to attach can't refuse to load here; it says so and stays unattached.
+__attribute__((constructor)) void OnLoad() {
+    if (!Attach()) {
+        DBPrintf("vorn: the library failed to attach.%s", ZK::EOL);
+        return;
+    }
+    g_attached = true;
+    std::atexit(Detach);
+}
+
+} // namespace
+
+bool IsAttached() { return g_attached; }
+
+} // namespace vorn::module

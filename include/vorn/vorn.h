@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
+#include <vorn/base/Atomic.h>
 #include <vorn/base/Base.h>
 #include <vorn/base/Bool.h>
 #include <vorn/base/Class.h>
@@ -17,6 +18,8 @@
 #include <vorn/base/NullReferenceException.h>
 #include <vorn/base/NumberFormatException.h>
 #include <vorn/base/Object.h>
+#include <vorn/base/Ref.h>
+#include <vorn/base/RefCountedPtr.h>
 #include <vorn/base/SynchronizationException.h>
 #include <vorn/base/TimeoutException.h>
 #include <vorn/base/win/WinSystemErrorException.h>

@@ -191,7 +191,7 @@ std::size_t EmitText(S& sink, const Src* p, const Src* end, std::size_t maxOut) 
 
 enum class Length { None, Char, Short, Long, LongLong, Size, Ptrdiff, IntMax, LongDouble, Wide };
 
-struct Spec {
+struct Directive {
     bool left = false, plus = false, space = false, alt = false, zero = false;
     std::size_t width = 0;
     std::size_t precision = kUnlimited; // kUnlimited: none given
@@ -205,22 +205,23 @@ template <typename S> void Pad(S& sink, std::size_t width, std::size_t used) {
 
 // Text in a field: `precision` output units at most, padded with spaces to the width.
 template <typename S, typename Src>
-void EmitField(S& sink, const Spec& spec, const Src* text, const Src* end) {
+void EmitField(S& sink, const Directive& directive, const Src* text, const Src* end) {
     using Out = typename S::Unit;
-    if (spec.width == 0) {
-        EmitText(sink, text, end, spec.precision);
-    } else if (spec.left) {
-        Pad(sink, spec.width, EmitText(sink, text, end, spec.precision));
+    if (directive.width == 0) {
+        EmitText(sink, text, end, directive.precision);
+    } else if (directive.left) {
+        Pad(sink, directive.width, EmitText(sink, text, end, directive.precision));
     } else {
         Meter<Out> meter;
-        Pad(sink, spec.width, EmitText(meter, text, end, spec.precision));
-        EmitText(sink, text, end, spec.precision);
+        Pad(sink, directive.width, EmitText(meter, text, end, directive.precision));
+        EmitText(sink, text, end, directive.precision);
     }
 }
 
 // One character from an int argument: a narrow byte or a UTF-16 unit. A NUL is written as a unit
 // of its own, as printf does.
-template <typename S> void EmitCharacter(S& sink, const Spec& spec, int value, bool wide) {
+template <typename S>
+void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
     using Out = typename S::Unit;
     Out units[4];
     std::size_t k;
@@ -240,15 +241,15 @@ template <typename S> void EmitCharacter(S& sink, const Spec& spec, int value, b
             units[0] = byte < 0x80 ? byte : 0xFFFD; // a lone byte above ASCII is no UTF-8
         k = 1;
     }
-    if (!spec.left)
-        Pad(sink, spec.width, k);
+    if (!directive.left)
+        Pad(sink, directive.width, k);
     sink.Write(units, k);
-    if (spec.left)
-        Pad(sink, spec.width, k);
+    if (directive.left)
+        Pad(sink, directive.width, k);
 }
 
 template <typename S>
-void EmitInteger(S& sink, const Spec& spec, unsigned long long magnitude, bool negative,
+void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitude, bool negative,
                  unsigned base, bool upper, bool isSigned) {
     using Out = typename S::Unit;
     const char* digitSet = upper ? "0123456789ABCDEF" : "0123456789abcdef";
@@ -256,31 +257,32 @@ void EmitInteger(S& sink, const Spec& spec, unsigned long long magnitude, bool n
     std::size_t count = 0;
     for (unsigned long long v = magnitude; v != 0; v /= base)
         digits[sizeof digits - ++count] = digitSet[v % base];
-    if (magnitude == 0 && spec.precision != 0)
+    if (magnitude == 0 && directive.precision != 0)
         digits[sizeof digits - ++count] = '0';
     const char* first = digits + sizeof digits - count;
 
     char sign = 0;
     if (isSigned)
-        sign = negative ? '-' : (spec.plus ? '+' : (spec.space ? ' ' : 0));
+        sign = negative ? '-' : (directive.plus ? '+' : (directive.space ? ' ' : 0));
     const char* prefix = "";
-    if (spec.alt && base == 16 && magnitude != 0)
+    if (directive.alt && base == 16 && magnitude != 0)
         prefix = upper ? "0X" : "0x";
     std::size_t prefixLength = std::strlen(prefix);
 
     std::size_t zeros = 0;
-    if (spec.precision != kUnlimited && spec.precision > count)
-        zeros = spec.precision - count;
-    if (spec.alt && base == 8 && zeros == 0 && (count == 0 || *first != '0'))
+    if (directive.precision != kUnlimited && directive.precision > count)
+        zeros = directive.precision - count;
+    if (directive.alt && base == 8 && zeros == 0 && (count == 0 || *first != '0'))
         zeros = 1;
     std::size_t used = (sign != 0 ? 1 : 0) + prefixLength + zeros + count;
-    if (spec.zero && !spec.left && spec.precision == kUnlimited && used < spec.width) {
-        zeros += spec.width - used;
-        used = spec.width;
+    if (directive.zero && !directive.left && directive.precision == kUnlimited &&
+        used < directive.width) {
+        zeros += directive.width - used;
+        used = directive.width;
     }
 
-    if (!spec.left)
-        Pad(sink, spec.width, used);
+    if (!directive.left)
+        Pad(sink, directive.width, used);
     if (sign != 0)
         sink.Put(static_cast<Out>(sign));
     for (std::size_t i = 0; i < prefixLength; ++i)
@@ -288,22 +290,23 @@ void EmitInteger(S& sink, const Spec& spec, unsigned long long magnitude, bool n
     sink.Fill(static_cast<Out>('0'), zeros);
     for (std::size_t i = 0; i < count; ++i)
         sink.Put(static_cast<Out>(first[i]));
-    if (spec.left)
-        Pad(sink, spec.width, used);
+    if (directive.left)
+        Pad(sink, directive.width, used);
 }
 
 // The C library formats the value without width, so its output always fits; the field is laid
 // out here with C's rules (zeros after the sign and any 0x, spaces for infinities and NaNs).
-template <typename S> void EmitFloat(S& sink, const Spec& spec, char conversion, double value) {
+template <typename S>
+void EmitFloat(S& sink, const Directive& directive, char conversion, double value) {
     using Out = typename S::Unit;
     char format[12];
     std::size_t f = 0;
     format[f++] = '%';
-    if (spec.plus)
+    if (directive.plus)
         format[f++] = '+';
-    if (spec.space)
+    if (directive.space)
         format[f++] = ' ';
-    if (spec.alt)
+    if (directive.alt)
         format[f++] = '#';
     format[f++] = '.';
     format[f++] = '*';
@@ -312,8 +315,8 @@ template <typename S> void EmitFloat(S& sink, const Spec& spec, char conversion,
 
     int precision = -1; // the C library's default
     std::size_t extraZeros = 0;
-    if (spec.precision != kUnlimited) {
-        std::size_t p = spec.precision;
+    if (directive.precision != kUnlimited) {
+        std::size_t p = directive.precision;
         if (p > kMaxFloatPrecision) {
             extraZeros = p - kMaxFloatPrecision;
             p = kMaxFloatPrecision;
@@ -330,7 +333,7 @@ template <typename S> void EmitFloat(S& sink, const Spec& spec, char conversion,
     if (!finite)
         extraZeros = 0;
     // %g drops trailing zeros unless '#' keeps them.
-    if ((conversion == 'g' || conversion == 'G') && !spec.alt)
+    if ((conversion == 'g' || conversion == 'G') && !directive.alt)
         extraZeros = 0;
 
     // Where the zeros beyond the C library's precision go: before the exponent, if any.
@@ -358,16 +361,16 @@ template <typename S> void EmitFloat(S& sink, const Spec& spec, char conversion,
         Meter<Out> meter; // a locale's decimal point may be more than one byte
         used += EmitText(meter, text, text + length, kUnlimited);
     }
-    std::size_t pad = used < spec.width ? spec.width - used : 0;
-    if (pad > 0 && !spec.left && !(spec.zero && finite))
+    std::size_t pad = used < directive.width ? directive.width - used : 0;
+    if (pad > 0 && !directive.left && !(directive.zero && finite))
         sink.Fill(static_cast<Out>(' '), pad);
     EmitText(sink, text, text + lead, kUnlimited);
-    if (pad > 0 && !spec.left && spec.zero && finite)
+    if (pad > 0 && !directive.left && directive.zero && finite)
         sink.Fill(static_cast<Out>('0'), pad);
     EmitText(sink, text + lead, text + split, kUnlimited);
     sink.Fill(static_cast<Out>('0'), extraZeros);
     EmitText(sink, text + split, text + length, kUnlimited);
-    if (pad > 0 && spec.left)
+    if (pad > 0 && directive.left)
         sink.Fill(static_cast<Out>(' '), pad);
 }
 
@@ -483,18 +486,18 @@ template <typename S, typename In> void Run(S& sink, const In* p, Arguments& arg
             continue;
         }
         ++p;
-        Spec spec;
+        Directive directive;
         for (;; ++p) {
             if (*p == '-')
-                spec.left = true;
+                directive.left = true;
             else if (*p == '+')
-                spec.plus = true;
+                directive.plus = true;
             else if (*p == ' ')
-                spec.space = true;
+                directive.space = true;
             else if (*p == '#')
-                spec.alt = true;
+                directive.alt = true;
             else if (*p == '0')
-                spec.zero = true;
+                directive.zero = true;
             else
                 break;
         }
@@ -502,53 +505,58 @@ template <typename S, typename In> void Run(S& sink, const In* p, Arguments& arg
             ++p;
             int width = va_arg(args.list, int);
             if (width < 0) {
-                spec.left = true;
-                spec.width = static_cast<std::size_t>(-static_cast<long long>(width));
-                if (spec.width > kMaxField)
-                    spec.width = kMaxField;
+                directive.left = true;
+                directive.width = static_cast<std::size_t>(-static_cast<long long>(width));
+                if (directive.width > kMaxField)
+                    directive.width = kMaxField;
             } else {
-                spec.width = static_cast<std::size_t>(width);
+                directive.width = static_cast<std::size_t>(width);
             }
         } else {
-            spec.width = ReadNumber(p);
+            directive.width = ReadNumber(p);
         }
         if (*p == '.') {
             ++p;
             if (*p == '*') {
                 ++p;
                 int precision = va_arg(args.list, int);
-                spec.precision = precision < 0 ? kUnlimited : static_cast<std::size_t>(precision);
+                directive.precision =
+                    precision < 0 ? kUnlimited : static_cast<std::size_t>(precision);
             } else {
-                spec.precision = ReadNumber(p);
+                directive.precision = ReadNumber(p);
             }
         }
-        spec.length = ReadLength(p);
-        const bool wide = spec.length == Length::Long || spec.length == Length::Wide;
+        directive.length = ReadLength(p);
+        const bool wide = directive.length == Length::Long || directive.length == Length::Wide;
 
         switch (*p++) {
         case 'd':
         case 'i': {
-            long long v = ReadSigned(args, spec.length);
+            long long v = ReadSigned(args, directive.length);
             unsigned long long magnitude = v < 0 ? 0ULL - static_cast<unsigned long long>(v)
                                                  : static_cast<unsigned long long>(v);
-            EmitInteger(sink, spec, magnitude, v < 0, 10, false, true);
+            EmitInteger(sink, directive, magnitude, v < 0, 10, false, true);
             break;
         }
         case 'u':
-            EmitInteger(sink, spec, ReadUnsigned(args, spec.length), false, 10, false, false);
+            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 10, false,
+                        false);
             break;
         case 'o':
-            EmitInteger(sink, spec, ReadUnsigned(args, spec.length), false, 8, false, false);
+            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 8, false,
+                        false);
             break;
         case 'x':
-            EmitInteger(sink, spec, ReadUnsigned(args, spec.length), false, 16, false, false);
+            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 16, false,
+                        false);
             break;
         case 'X':
-            EmitInteger(sink, spec, ReadUnsigned(args, spec.length), false, 16, true, false);
+            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 16, true,
+                        false);
             break;
         case 'p': {
             // As the target platform prints pointers: every hex digit, upper case, no prefix.
-            Spec pointer = spec;
+            Directive pointer = directive;
             pointer.alt = pointer.zero = false;
             pointer.precision = 2 * sizeof(void*);
             auto address = reinterpret_cast<std::uintptr_t>(va_arg(args.list, void*));
@@ -556,28 +564,29 @@ template <typename S, typename In> void Run(S& sink, const In* p, Arguments& arg
             break;
         }
         case 'c':
-            EmitCharacter(sink, spec, va_arg(args.list, int), wide);
+            EmitCharacter(sink, directive, va_arg(args.list, int), wide);
             break;
         case 'C':
-            EmitCharacter(sink, spec, va_arg(args.list, int), spec.length != Length::Short);
+            EmitCharacter(sink, directive, va_arg(args.list, int),
+                          directive.length != Length::Short);
             break;
         case 's':
         case 'S': {
-            bool wideText = p[-1] == 'S' ? spec.length != Length::Short : wide;
+            bool wideText = p[-1] == 'S' ? directive.length != Length::Short : wide;
             if (wideText) {
                 const Unit16* text = va_arg(args.list, const Unit16*);
                 if (text != nullptr) {
-                    EmitField(sink, spec, text, static_cast<const Unit16*>(nullptr));
+                    EmitField(sink, directive, text, static_cast<const Unit16*>(nullptr));
                     break;
                 }
             } else {
                 const char* text = va_arg(args.list, const char*);
                 if (text != nullptr) {
-                    EmitField(sink, spec, text, static_cast<const char*>(nullptr));
+                    EmitField(sink, directive, text, static_cast<const char*>(nullptr));
                     break;
                 }
             }
-            EmitField(sink, spec, kNullText, static_cast<const char*>(nullptr));
+            EmitField(sink, directive, kNullText, static_cast<const char*>(nullptr));
             break;
         }
         case 'e':
@@ -589,10 +598,10 @@ template <typename S, typename In> void Run(S& sink, const In* p, Arguments& arg
         case 'a':
         case 'A': {
             // Long double is double on the target platform: take the caller's value as one.
-            double value = spec.length == Length::LongDouble
+            double value = directive.length == Length::LongDouble
                                ? static_cast<double>(va_arg(args.list, long double))
                                : va_arg(args.list, double);
-            EmitFloat(sink, spec, static_cast<char>(p[-1]), value);
+            EmitFloat(sink, directive, static_cast<char>(p[-1]), value);
             break;
         }
         case '%':

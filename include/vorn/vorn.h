@@ -35,6 +35,7 @@
 #include <vorn/util/EmptyStackException.h>
 #include <vorn/util/HashFunctions.h>
 #include <vorn/util/NoSuchElementException.h>
+#include <vorn/util/ObjectVector.h>
 #include <vorn/util/Queue.h>
 #include <vorn/util/Stack.h>
 #include <vorn/util/Vector.h>

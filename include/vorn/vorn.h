@@ -33,6 +33,7 @@
 #include <vorn/net/WinSocketException.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>
+#include <vorn/util/Enumeration.h>
 #include <vorn/util/HashFunctions.h>
 #include <vorn/util/NoSuchElementException.h>
 #include <vorn/util/ObjectVector.h>

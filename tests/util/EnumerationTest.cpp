@@ -5,6 +5,7 @@
 #include <vorn/util/Enumeration.h>
 
 #include "support/AllocFailure.h"
+#include "support/Throws.h"
 
 namespace {
 
@@ -62,25 +63,16 @@ TEST(Enumeration, EmptyHandleRefusesAccess) {
     CEnumeration<int> empty(nullptr);
     EXPECT_EQ(vorn::test::CountAllocations([] { CEnumeration<int> none(nullptr); }), 0u);
     EXPECT_TRUE(empty.IsNull());
-    try {
-        empty->HasMoreElements();
-        FAIL();
-    } catch (const vorn::base::CNullReferenceException& e) {
-        EXPECT_STREQ(e.GetSourceFile(), "vorn/util/Enumeration");
-        EXPECT_EQ(e.GetMessage(), nullptr);
-    }
+    vorn::test::ExpectThrow<vorn::base::CNullReferenceException>([&] { empty->Reset(); },
+                                                                 "vorn/util/Enumeration");
 }
 
 TEST(Enumeration, FailedBlockDeletesTheEnumeration) {
     int deaths = 0;
     auto* walk = new Counting(1, &deaths);
-    try {
-        vorn::test::FailAllocation fail(1);
-        CEnumeration<int> handle(walk);
-        FAIL();
-    } catch (const vorn::base::CMemoryException& e) {
-        EXPECT_STREQ(e.GetSourceFile(), "vorn/util/Enumeration");
-    }
+    vorn::test::FailAllocation fail(1);
+    vorn::test::ExpectThrow<vorn::base::CMemoryException>([&] { CEnumeration<int> handle(walk); },
+                                                          "vorn/util/Enumeration");
     EXPECT_EQ(deaths, 1);
 }
 

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
 #include <vorn/base/IllegalArgumentException.h>
 #include <vorn/base/MemoryException.h>
@@ -11,13 +9,17 @@
 #include <vorn/util/ObjectVector.h>
 
 #include "support/AllocFailure.h"
+#include "support/Throws.h"
 
 namespace {
 
 using namespace vorn::base;
 using vorn::test::CountAllocations;
+using vorn::test::ExpectThrow;
 using vorn::test::FailAllocation;
 using vorn::util::CObjectVector;
+
+const char* const kSource = "vorn/util/ObjectVector";
 
 // Equal by value, cloneable, and counts its deaths.
 struct Item : CObject {
@@ -45,140 +47,92 @@ TEST(ObjectVector, CapacityMovesInIncrements) {
     int deaths = 0;
     CObjectVector v;
     EXPECT_EQ(v.GetCapacity(), 10u);
-    Fill(v, 10, &deaths);
-    EXPECT_EQ(v.GetCapacity(), 10u);
-    v.AddElement(new Item(10, &deaths));
+    Fill(v, 11, &deaths);
     EXPECT_EQ(v.GetCapacity(), 15u);
-    v.RemoveElementAt(3); // 10 left: shrinks at once, no hysteresis
+    v.RemoveElementAt(3); // shrinks at once, no hysteresis
     EXPECT_EQ(v.GetCapacity(), 10u);
     EXPECT_EQ(ValueAt(v, 3), 4);
     v.RemoveAllElements(); // never below one increment
     EXPECT_EQ(v.GetCapacity(), 5u);
     EXPECT_EQ(deaths, 11);
-
+    // 0xFFFFFFFE rounds, in its wrapping form, to 1: the buffer already covers it.
+    EXPECT_EQ(CountAllocations([&] { v.EnsureCapacity(0xFFFFFFFEu); }), 0u);
     EXPECT_EQ(CObjectVector(7, 5).GetCapacity(), 10u);
     EXPECT_EQ(CObjectVector(7, 3).GetCapacity(), 9u);
-}
 
-TEST(ObjectVector, BufferlessStatesRecover) {
-    int deaths = 0;
-    unsigned long made = CountAllocations([] { CObjectVector none(0, 5); });
-    EXPECT_EQ(made, 0u);
-    CObjectVector v(0, 5);
-    EXPECT_EQ(v.GetCapacity(), 0u);
-    Fill(v, 1, &deaths);
-    EXPECT_EQ(v.GetCapacity(), 5u);
-
-    Fill(v, 2, &deaths, 1);
-    v.TrimToSize(); // the one way off the increments
-    EXPECT_EQ(v.GetCapacity(), 3u);
-    v.AddElement(new Item(3, &deaths));
-    EXPECT_EQ(v.GetCapacity(), 5u);
-    v.RemoveAllElements();
-    v.TrimToSize();
-    EXPECT_EQ(v.GetCapacity(), 0u);
-    v.Sort([](const void*, const void*) { return 0; });
-    v.AddElement(new Item(4, &deaths));
-    EXPECT_EQ(v.GetCapacity(), 5u);
-}
-
-TEST(ObjectVector, WrappedRoundingAsksForNothing) {
-    CObjectVector v;
-    // 0xFFFFFFFE rounds, in its wrapping form, to 1: the buffer of 10 already covers it.
-    unsigned long made = CountAllocations([&] { v.EnsureCapacity(0xFFFFFFFEu); });
-    EXPECT_EQ(made, 0u);
-    EXPECT_EQ(v.GetCapacity(), 10u);
+    EXPECT_EQ(CountAllocations([] { CObjectVector none(0, 5); }), 0u);
+    CObjectVector lazy(0, 5);
+    Fill(lazy, 3, &deaths);
+    EXPECT_EQ(lazy.GetCapacity(), 5u);
+    lazy.TrimToSize(); // the one way off the increments
+    EXPECT_EQ(lazy.GetCapacity(), 3u);
+    lazy.RemoveAllElements();
+    lazy.TrimToSize();
+    EXPECT_EQ(lazy.GetCapacity(), 0u);
+    lazy.Sort([](const void*, const void*) { return 0; });
+    Fill(lazy, 1, &deaths);
+    EXPECT_EQ(lazy.GetCapacity(), 5u);
 }
 
 TEST(ObjectVector, RemoveDeletesDetachDoesNot) {
-    int deaths = 0;
+    int deaths = 0, probeDeaths = 0;
     auto* kept = new Item(1, &deaths);
+    auto* twenty = new Item(20, &deaths);
     {
         CObjectVector v;
         Fill(v, 3, &deaths, 10);
         v.AddElement(kept);
         v.RemoveElementAt(0);
-        EXPECT_EQ(deaths, 1);
         v.DetachElementAt(2);
         EXPECT_EQ(deaths, 1);
-        v.AddElement(kept);
-        int probeDeaths = 0;
         Item probe(11, &probeDeaths);
         v.RemoveElement(&probe); // found by Equals, not by address
         EXPECT_EQ(deaths, 2);
-        v.DetachElement(kept);
-        EXPECT_EQ(v.GetSize(), 1u);
-        auto* twenty = new Item(20, &deaths);
         v.SetElementAt(twenty, 0);
         EXPECT_EQ(deaths, 3);
         v.AddElement(kept);
         v.SetElementAt(kept, 1); // the same object again stays alive
-        EXPECT_EQ(deaths, 3);
+        v.DetachElement(kept);
         v.DetachAllElements();
         EXPECT_EQ(v.GetSize(), 0u);
         EXPECT_EQ(deaths, 3);
         v.AddElement(twenty);
         v.AddElement(kept);
     }
-    EXPECT_EQ(deaths, 5); // the destructor deleted what was left
+    EXPECT_EQ(deaths, 5);
 }
 
-TEST(ObjectVector, SearchAsksTheStoredElement) {
+TEST(ObjectVector, SearchAndInsert) {
     int deaths = 0;
     CObjectVector v;
-    Fill(v, 3, &deaths);
-    v.AddElement(new Item(1, &deaths));
+    Fill(v, 2, &deaths);
+    v.InsertElementAt(new Item(1, &deaths), v.GetSize()); // appends
+    v.InsertElementAt(new Item(7, &deaths), 0);
+    v.InsertElementAt(new Item(8, &deaths), 2);
+    const int expected[] = {7, 0, 8, 1, 1};
+    for (unsigned int i = 0; i < 5; ++i)
+        EXPECT_EQ(ValueAt(v, i), expected[i]);
     Item one(1, &deaths), nine(9, &deaths);
-    EXPECT_EQ(v.GetIndexOf(&one), 1);
-    EXPECT_EQ(v.GetLastIndexOf(&one), 3);
+    EXPECT_EQ(v.GetIndexOf(&one), 3);
+    EXPECT_EQ(v.GetLastIndexOf(&one), 4);
     EXPECT_TRUE(v.Contains(&one));
-    EXPECT_FALSE(v.Contains(&nine));
     EXPECT_EQ(v.GetIndexOf(&nine), -1);
     EXPECT_EQ(v.GetLastIndexOf(&nine), -1);
     v.RemoveElement(&nine);
     v.DetachElement(&nine);
-    EXPECT_EQ(v.GetSize(), 4u);
+    EXPECT_EQ(v.GetSize(), 5u);
     EXPECT_EQ(deaths, 0);
-    // A plain CObject compares by identity.
-    CObject* plain = new CObject;
-    v.AddElement(plain);
-    CObject stranger;
-    EXPECT_EQ(v.GetIndexOf(&stranger), -1);
-    EXPECT_EQ(v.GetIndexOf(plain), 4);
-}
-
-TEST(ObjectVector, InsertAtEndAppendsAndInsideShifts) {
-    int deaths = 0;
-    CObjectVector v;
-    Fill(v, 2, &deaths);
-    v.InsertElementAt(new Item(5, &deaths), v.GetSize());
-    v.InsertElementAt(new Item(7, &deaths), 0);
-    v.InsertElementAt(new Item(8, &deaths), 2);
-    int expected[] = {7, 0, 8, 1, 5};
-    ASSERT_EQ(v.GetSize(), 5u);
-    for (unsigned int i = 0; i < 5; ++i)
-        EXPECT_EQ(ValueAt(v, i), expected[i]);
     EXPECT_EQ(static_cast<Item*>(v.GetFirstElement())->value, 7);
-    EXPECT_EQ(static_cast<Item*>(v.GetLastElement())->value, 5);
-    EXPECT_EQ(v[2], v.GetElementAt(2));
-    Fill(v, 6, &deaths); // grows across an insert-made size
-    EXPECT_EQ(v.GetCapacity(), 15u);
+    EXPECT_EQ(v[4], v.GetLastElement());
 }
 
 TEST(ObjectVector, BadArgumentsAndIndexes) {
     int deaths = 0;
     CObjectVector v;
-    auto invalid = [](auto call) {
-        try {
-            call();
-            ADD_FAILURE() << "no exception";
-        } catch (const CIllegalArgumentException& e) {
-            EXPECT_STREQ(e.GetSourceFile(), "vorn/util/ObjectVector");
-            EXPECT_STREQ(e.GetErrorDescription(), "Invalid object.");
-            EXPECT_EQ(e.GetMessage(), nullptr);
-        }
-    };
     Fill(v, 1, &deaths);
+    auto invalid = [](auto call) {
+        ExpectThrow<CIllegalArgumentException>(call, kSource, "Invalid object.");
+    };
     invalid([&] { v.AddElement(nullptr); });
     invalid([&] { v.InsertElementAt(nullptr, 0); });
     invalid([&] { v.SetElementAt(nullptr, 0); });
@@ -187,23 +141,12 @@ TEST(ObjectVector, BadArgumentsAndIndexes) {
     invalid([&] { v.GetLastIndexOf(nullptr); });
     invalid([&] { v.RemoveElement(nullptr); });
     invalid([&] { v.DetachElement(nullptr); });
-    try {
-        v.Sort(nullptr);
-        FAIL();
-    } catch (const CIllegalArgumentException& e) {
-        EXPECT_STREQ(e.GetErrorDescription(), "Invalid compare function.");
-    }
-
-    auto outOfBounds = [](auto call) {
-        try {
-            call();
-            ADD_FAILURE() << "no exception";
-        } catch (const CArrayIndexOutOfBoundsException& e) {
-            EXPECT_STREQ(e.GetSourceFile(), "vorn/util/ObjectVector");
-            EXPECT_EQ(e.GetErrorDescription(), nullptr);
-        }
-    };
+    ExpectThrow<CIllegalArgumentException>([&] { v.Sort(nullptr); }, kSource,
+                                           "Invalid compare function.");
     Item spare(3, &deaths);
+    auto outOfBounds = [](auto call) {
+        ExpectThrow<CArrayIndexOutOfBoundsException>(call, kSource);
+    };
     outOfBounds([&] { v.GetElementAt(1); });
     outOfBounds([&] { v[1]; });
     outOfBounds([&] { v.SetElementAt(&spare, 1); });
@@ -211,15 +154,9 @@ TEST(ObjectVector, BadArgumentsAndIndexes) {
     outOfBounds([&] { v.DetachElementAt(1); });
     outOfBounds([&] { v.InsertElementAt(&spare, 2); });
     EXPECT_EQ(v.GetSize(), 1u);
-
     CObjectVector empty;
-    EXPECT_THROW(empty.GetFirstElement(), vorn::util::CNoSuchElementException);
-    try {
-        empty.GetLastElement();
-        FAIL();
-    } catch (const vorn::util::CNoSuchElementException& e) {
-        EXPECT_STREQ(e.GetSourceFile(), "vorn/util/ObjectVector");
-    }
+    ExpectThrow<vorn::util::CNoSuchElementException>([&] { empty.GetFirstElement(); }, kSource);
+    ExpectThrow<vorn::util::CNoSuchElementException>([&] { empty.GetLastElement(); }, kSource);
 }
 
 TEST(ObjectVector, CopiesHoldClones) {
@@ -228,55 +165,43 @@ TEST(ObjectVector, CopiesHoldClones) {
     Fill(source, 4, &deaths);
     CObjectVector copy(source);
     EXPECT_EQ(copy.GetCapacity(), 6u); // the source's increment, room for its size
-    ASSERT_EQ(copy.GetSize(), 4u);
     EXPECT_NE(copy[0], source[0]);
     EXPECT_TRUE(copy == source);
-    EXPECT_FALSE(copy != source);
-
     CObjectVector target; // keeps its own increment of 5
     Fill(target, 12, &deaths, 100);
     target = source;
     EXPECT_EQ(deaths, 12);
     EXPECT_EQ(target.GetCapacity(), 5u); // compacted below its old size
-    EXPECT_TRUE(target == source);
     CObjectVector& alias = target;
     target = alias;
-    EXPECT_EQ(target.GetSize(), 4u);
-    target.RemoveElementAt(3);
+    EXPECT_FALSE(target != source);
+    target.SetElementAt(new Item(99, &deaths), 3);
     EXPECT_TRUE(target != source);
-    target.AddElement(new Item(99, &deaths));
+    target.RemoveElementAt(3);
     EXPECT_FALSE(target == source);
-
     CObjectVector none(0, 5);
-    CObjectVector noneCopy(none);
-    EXPECT_EQ(noneCopy.GetCapacity(), 0u);
-}
+    EXPECT_EQ(CObjectVector(none).GetCapacity(), 0u);
 
-TEST(ObjectVector, UncloneableElementsLeaveEmptySlots) {
-    CObjectVector source;
-    source.AddElement(new CObject);
-    CObjectVector copy(source);
-    ASSERT_EQ(copy.GetSize(), 1u);
-    EXPECT_EQ(copy[0], nullptr);
-    // Calls through the empty slot get the null guard; deleting skips it.
-    EXPECT_THROW((void)(copy == source), CNullReferenceException);
-    EXPECT_THROW(copy.GetIndexOf(source[0]), CNullReferenceException);
-    EXPECT_THROW(CObjectVector{copy}, CNullReferenceException);
-    copy.RemoveAllElements();
+    // A plain CObject doesn't clone: its copy is an empty slot. Calls through it get the null
+    // guard; deleting skips it.
+    CObjectVector plain;
+    plain.AddElement(new CObject);
+    CObjectVector plainCopy(plain);
+    EXPECT_EQ(plainCopy[0], nullptr);
+    EXPECT_THROW((void)(plainCopy == plain), CNullReferenceException);
+    EXPECT_THROW(plainCopy.GetIndexOf(plain[0]), CNullReferenceException);
+    EXPECT_THROW(CObjectVector{plainCopy}, CNullReferenceException);
 }
 
 TEST(ObjectVector, SortHandsPointersToSlots) {
     int deaths = 0;
     CObjectVector v;
-    int values[] = {5, 3, 9, 1, 7};
-    for (int value : values)
+    for (int value : {5, 3, 9, 1, 7})
         v.AddElement(new Item(value, &deaths));
     v.Sort([](const void* a, const void* b) {
-        auto* x = *static_cast<Item* const*>(a);
-        auto* y = *static_cast<Item* const*>(b);
-        return x->value - y->value;
+        return (*static_cast<Item* const*>(a))->value - (*static_cast<Item* const*>(b))->value;
     });
-    int sorted[] = {1, 3, 5, 7, 9};
+    const int sorted[] = {1, 3, 5, 7, 9};
     for (unsigned int i = 0; i < 5; ++i)
         EXPECT_EQ(ValueAt(v, i), sorted[i]);
 }
@@ -286,44 +211,30 @@ TEST(ObjectVector, FailedAllocationsKeepBufferAndSize) {
     CObjectVector v;
     Fill(v, 10, &deaths);
     auto* extra = new Item(10, &deaths);
-    auto expectMemory = [&](auto call) {
+    auto failing = [](auto call) {
         FailAllocation fail(1);
-        try {
-            call();
-            ADD_FAILURE() << "no exception";
-        } catch (const CMemoryException& e) {
-            EXPECT_STREQ(e.GetSourceFile(), "vorn/util/ObjectVector");
-            EXPECT_NE(e.GetSourceLine(), 0u);
-        }
+        ExpectThrow<CMemoryException>(call, kSource);
     };
-    expectMemory([&] { v.AddElement(extra); });
-    expectMemory([&] { v.InsertElementAt(extra, 4); });
-    expectMemory([&] { v.EnsureCapacity(11); });
-    ASSERT_EQ(v.GetSize(), 10u);
+    failing([&] { v.AddElement(extra); });
+    failing([&] { v.InsertElementAt(extra, 4); });
+    failing([&] { v.EnsureCapacity(11); });
+    failing([] { CObjectVector fresh; });
     EXPECT_EQ(v.GetCapacity(), 10u);
     for (unsigned int i = 0; i < 10; ++i)
         EXPECT_EQ(ValueAt(v, i), static_cast<int>(i));
     EXPECT_EQ(deaths, 0); // a refused object stays the caller's
 
     v.AddElement(extra);
-    ASSERT_EQ(v.GetCapacity(), 15u);
-    // Shrinking after a removal fails: the element is gone, the larger buffer stays.
-    expectMemory([&] { v.RemoveElementAt(0); });
-    EXPECT_EQ(deaths, 1);
+    failing([&] { v.RemoveElementAt(0); });
+    EXPECT_EQ(deaths, 1); // removed, but the buffer couldn't shrink
     EXPECT_EQ(v.GetSize(), 10u);
-    EXPECT_EQ(v.GetCapacity(), 15u);
-    EXPECT_EQ(ValueAt(v, 0), 1);
-    expectMemory([&] { v.TrimToSize(); });
+    failing([&] { v.TrimToSize(); });
     EXPECT_EQ(v.GetCapacity(), 15u);
     EXPECT_EQ(ValueAt(v, 9), 10);
 }
 
 TEST(ObjectVector, FailedCopiesLeakNothing) {
     int deaths = 0;
-    {
-        FailAllocation fail(1);
-        EXPECT_THROW(CObjectVector v, CMemoryException);
-    }
     CObjectVector source;
     Fill(source, 4, &deaths);
     for (unsigned long nth = 1; nth <= 5; ++nth) {
@@ -337,18 +248,10 @@ TEST(ObjectVector, FailedCopiesLeakNothing) {
         FailAllocation fail(3);
         EXPECT_THROW(target = source, CMemoryException);
     }
-    // Old elements went first; the clones made so far are held and counted.
+    // The old elements went first; the clones made so far are held and counted.
     EXPECT_EQ(deaths, 8);
     ASSERT_EQ(target.GetSize(), 2u);
     EXPECT_EQ(ValueAt(target, 1), 1);
-}
-
-TEST(ObjectVectorDeathTest, ZeroIncrementFaultsOnRounding) {
-    int deaths = 0;
-    CObjectVector v(0, 0); // nothing rounded yet
-    EXPECT_EQ(v.GetCapacity(), 0u);
-    EXPECT_DEATH(v.AddElement(new Item(1, &deaths)), "");
-    EXPECT_DEATH(CObjectVector(1, 0), "");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include <vorn/vorn.h>
 
 #include <cstdio>
+#include <cstring>
 
 using namespace vorn::base;
 
@@ -41,6 +42,75 @@ void Exceptions() {
     std::printf("system error %lu reads \"%s\"\n", system.GetErrorCode(), system.GetMessage());
 }
 
+// A named value that knows how to compare and copy itself.
+class CCity : public CObject {
+public:
+    CCity(const char* name, int population) : m_name(name), m_population(population) {}
+    bool Equals(const CObject* other) const override {
+        auto* city = dynamic_cast<const CCity*>(other);
+        return city != nullptr && std::strcmp(city->m_name, m_name) == 0;
+    }
+    CObject* Clone() const override { return new CCity(m_name, m_population); }
+    const char* m_name;
+    int m_population;
+};
+
+class CByLength : public vorn::util::IComparator {
+public:
+    int Compare(const void* a, const void* b) const override {
+        ++comparisons;
+        return static_cast<int>(std::strlen(*static_cast<const char* const*>(a))) -
+               static_cast<int>(std::strlen(*static_cast<const char* const*>(b)));
+    }
+    mutable int comparisons = 0;
+};
+
+void Collections() {
+    Section("Collections");
+    vorn::util::CObjectVector cities;
+    std::printf("new vector: capacity %u\n", cities.GetCapacity());
+    const char* names[] = {"Lyon",  "Graz",  "Porto", "Turku", "Split", "Bergen",
+                           "Ghent", "Malmo", "Cork",  "Brno",  "Riga"};
+    for (int i = 0; i < 11; ++i)
+        cities.AddElement(new CCity(names[i], 100 + i));
+    std::printf("11 cities: capacity %u\n", cities.GetCapacity());
+    CCity probe("Cork", 0);
+    std::printf("Cork is at %d (found by Equals)\n", cities.GetIndexOf(&probe));
+    cities.RemoveElement(&probe);
+    std::printf("after removing it: size %u, capacity %u (memory given back)\n", cities.GetSize(),
+                cities.GetCapacity());
+    CObject* kept = cities.GetFirstElement();
+    cities.DetachElementAt(0);
+    std::printf("detached %s, still alive and ours to delete\n", static_cast<CCity*>(kept)->m_name);
+    delete kept;
+
+    vorn::util::CStack<int> stack;
+    vorn::util::CQueue<int> queue;
+    for (int i = 1; i <= 3; ++i) {
+        stack.Push(i);
+        queue.Enqueue(i);
+    }
+    std::printf("stack pops");
+    while (!stack.IsEmpty())
+        std::printf(" %d", stack.Pop());
+    std::printf("; queue gives");
+    while (!queue.IsEmpty())
+        std::printf(" %d", queue.Dequeue());
+    std::printf("\n");
+    try {
+        queue.Dequeue();
+    } catch (const vorn::util::CEmptyQueueException& e) {
+        std::printf("an empty queue says %s from %s\n", e.GetClass()->GetName(), e.GetSourceFile());
+    }
+
+    CByLength byLength;
+    vorn::util::qsort(names, 11, sizeof(const char*), byLength);
+    std::printf("names by length (%d comparisons):", byLength.comparisons);
+    for (const char* name : names)
+        std::printf(" %s", name);
+    std::printf("\n");
+}
+
 } // namespace
 
 int main() {
@@ -48,6 +118,7 @@ int main() {
     std::printf("vorn::Initialize() -> %d (nested)\n", vorn::Initialize());
     ClassRecords();
     Exceptions();
+    Collections();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

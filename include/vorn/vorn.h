@@ -37,7 +37,15 @@
 #include <vorn/io/XMLException.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/WinSocketException.h>
+#include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>
+#include <vorn/util/Enumeration.h>
 #include <vorn/util/HashFunctions.h>
 #include <vorn/util/NoSuchElementException.h>
+#include <vorn/util/ObjectVector.h>
+#include <vorn/util/Queue.h>
+#include <vorn/util/Sort.h>
+#include <vorn/util/Stack.h>
+#include <vorn/util/Vector.h>
+#include <vorn/util/detail/Storage.h>

@@ -1,6 +1,7 @@
 #include "platform/Debug.h"
 
-#include <cstdio>
+#include "platform/Format.h"
+
 #include <cstdlib>
 #include <unistd.h>
 
@@ -33,7 +34,7 @@ void DBVPrintf(const char* format, va_list arguments) {
     char local[512];
     va_list copy;
     va_copy(copy, arguments);
-    int n = std::vsnprintf(local, sizeof local, format, copy);
+    int n = vorn::platform::FormatV(local, sizeof local, format, copy);
     va_end(copy);
     if (n < 0)
         return;
@@ -47,7 +48,7 @@ void DBVPrintf(const char* format, va_list arguments) {
         Emit(local, sizeof local - 1);
         return;
     }
-    std::vsnprintf(big, static_cast<std::size_t>(n) + 1, format, arguments);
+    vorn::platform::FormatV(big, static_cast<std::size_t>(n) + 1, format, arguments);
     Emit(big, static_cast<std::size_t>(n));
     std::free(big);
 }

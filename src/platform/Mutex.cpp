@@ -25,9 +25,13 @@ void RecursiveMutex::Destroy() {
     m_initialized = false;
 }
 
-bool RecursiveMutex::Enter() { return m_initialized && pthread_mutex_lock(&m_mutex) == 0; }
+bool RecursiveMutex::Enter() {
+    return m_initialized && pthread_mutex_lock(&m_mutex) == 0;
+}
 
-bool RecursiveMutex::TryEnter() { return m_initialized && pthread_mutex_trylock(&m_mutex) == 0; }
+bool RecursiveMutex::TryEnter() {
+    return m_initialized && pthread_mutex_trylock(&m_mutex) == 0;
+}
 
 void RecursiveMutex::Leave() {
     if (m_initialized)

@@ -99,8 +99,8 @@ int CHCompareTexts(const char* a, int lengthA, const char* b, int lengthB, int c
     return caseSensitive != 0 ? CompareBytes(a, na, b, nb) : CompareFolded(a, na, b, nb);
 }
 
-const char* CHSearchSubstring(const char* pattern, const char* text, int length,
-                              int caseSensitive, ZKCharCode /*charCode*/) {
+const char* CHSearchSubstring(const char* pattern, const char* text, int length, int caseSensitive,
+                              ZKCharCode /*charCode*/) {
     if (text == nullptr)
         return nullptr;
     std::size_t m = Extent(pattern, -1);

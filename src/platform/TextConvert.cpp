@@ -20,8 +20,12 @@ std::size_t UnitExtent(const unsigned short* text, int length) {
     return n;
 }
 
-bool IsLead(unsigned short u) { return u >= 0xD800 && u <= 0xDBFF; }
-bool IsTrail(unsigned short u) { return u >= 0xDC00 && u <= 0xDFFF; }
+bool IsLead(unsigned short u) {
+    return u >= 0xD800 && u <= 0xDBFF;
+}
+bool IsTrail(unsigned short u) {
+    return u >= 0xDC00 && u <= 0xDFFF;
+}
 
 } // namespace
 

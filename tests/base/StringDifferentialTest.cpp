@@ -30,7 +30,11 @@ std::vector<Unit> Units(const std::string& text) {
     std::vector<Unit> units;
     for (std::size_t i = 0; i < text.size();) {
         auto b = static_cast<unsigned char>(text[i]);
-        std::size_t n = b < 0x80 ? 1 : (b >> 5) == 6 ? 2 : (b >> 4) == 14 ? 3 : (b >> 3) == 30 ? 4 : 0;
+        std::size_t n = b < 0x80         ? 1
+                        : (b >> 5) == 6  ? 2
+                        : (b >> 4) == 14 ? 3
+                        : (b >> 3) == 30 ? 4
+                                         : 0;
         std::int32_t cp = n == 1 ? b : n == 2 ? (b & 0x1F) : n == 3 ? (b & 0x0F) : (b & 0x07);
         bool ok = n != 0 && i + n <= text.size();
         for (std::size_t k = 1; ok && k < n; ++k) {
@@ -51,13 +55,17 @@ std::vector<Unit> Units(const std::string& text) {
     return units;
 }
 
-std::int32_t Fold(std::int32_t v) { return v >= 0x110000 ? v : u_foldCase(v, U_FOLD_CASE_DEFAULT); }
+std::int32_t Fold(std::int32_t v) {
+    return v >= 0x110000 ? v : u_foldCase(v, U_FOLD_CASE_DEFAULT);
+}
 
 bool Same(const Unit& a, const Unit& b, bool fold) {
     return fold ? Fold(a.value) == Fold(b.value) : a.value == b.value;
 }
 
-int Sign(int v) { return (v > 0) - (v < 0); }
+int Sign(int v) {
+    return (v > 0) - (v < 0);
+}
 
 int ModelCompare(const std::string& a, const std::string& b, bool fold) {
     if (!fold) {
@@ -141,11 +149,34 @@ std::string ModelCase(const std::string& text, bool upper) {
     return out;
 }
 
-const char* const kPieces[] = {
-    "a", "b", "A", "B", "s", "S", "k", "K", " ", "\xc3\x9f", "\xc3\xa9", "\xc3\x89", "\xc5\xbf",
-    "\xe2\x84\xaa", "\xce\xa3", "\xcf\x83", "\xcf\x82", "\xc4\xb0", "\xc4\xb1", "\xc7\x85",
-    "\xf0\x9f\x98\x80", "\x80", "\xc3", "\xff", "\xe2\x82", "\xc0\xaf", "\xed\xa0\x80",
-    "\xf4\x90\x80\x80"};
+const char* const kPieces[] = {"a",
+                               "b",
+                               "A",
+                               "B",
+                               "s",
+                               "S",
+                               "k",
+                               "K",
+                               " ",
+                               "\xc3\x9f",
+                               "\xc3\xa9",
+                               "\xc3\x89",
+                               "\xc5\xbf",
+                               "\xe2\x84\xaa",
+                               "\xce\xa3",
+                               "\xcf\x83",
+                               "\xcf\x82",
+                               "\xc4\xb0",
+                               "\xc4\xb1",
+                               "\xc7\x85",
+                               "\xf0\x9f\x98\x80",
+                               "\x80",
+                               "\xc3",
+                               "\xff",
+                               "\xe2\x82",
+                               "\xc0\xaf",
+                               "\xed\xa0\x80",
+                               "\xf4\x90\x80\x80"};
 
 std::string RandomText(std::mt19937& random, int maxPieces) {
     std::string text;
@@ -166,17 +197,16 @@ TEST(StringDifferential, SearchCompareAndCaseAgreeWithTheModel) {
             std::size_t a = random() % text.size(), b = random() % text.size();
             needle = text.substr(std::min(a, b), std::max(a, b) - std::min(a, b) + 1);
         }
-        const unsigned int start =
-            static_cast<unsigned int>(random() % (text.size() + 2));
+        const unsigned int start = static_cast<unsigned int>(random() % (text.size() + 2));
         const char c = needle.empty() ? 'a' : needle[random() % needle.size()];
         SCOPED_TRACE(::testing::Message() << "round " << round);
 
         CString s(text.c_str());
         CString n(needle.c_str());
         for (bool fold : {false, true}) {
-            const int model = text.empty()      ? (needle.empty() ? 0 : -1)
-                              : needle.empty()  ? 1
-                                                : ModelCompare(text, needle, fold);
+            const int model = text.empty()     ? (needle.empty() ? 0 : -1)
+                              : needle.empty() ? 1
+                                               : ModelCompare(text, needle, fold);
             EXPECT_EQ(Sign(fold ? s.CompareIgnoreCase(n) : s.Compare(n)), model);
             EXPECT_EQ(Sign(fold ? s.CompareIgnoreCase(needle.c_str()) : s.Compare(needle.c_str())),
                       text.empty() ? -1 : model);

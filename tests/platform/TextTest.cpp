@@ -34,7 +34,9 @@ TEST(PlatformText, StepsByWholeSequencesAndBadBytesAlone) {
     // are each bytes of their own.
     const char* empty = "";
     EXPECT_EQ(CHGetNextCharPtr(empty, 0), empty + 1);
-    for (const char* bad : {"\xe2\x82" "a", "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\x80"})
+    for (const char* bad : {"\xe2\x82"
+                            "a",
+                            "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\x80"})
         EXPECT_EQ(CHGetNextCharPtr(bad, 0), bad + 1) << bad;
 }
 
@@ -84,9 +86,25 @@ TEST(PlatformText, SearchesMatchWholeCharacters) {
 
 TEST(PlatformText, CompareOrdersBadBytesAfterText) {
     EXPECT_LT(CHCompareTexts("\xf0\x9f\x98\x80", -1, "\xff", -1, 0, 0), 0);
-    EXPECT_NE(CHCompareTexts("\xe2\x82" "a", -1, "\xe2\x83" "a", -1, 0, 0), 0);
-    EXPECT_EQ(CHCompareTexts("\xe2\x82" "A", -1, "\xe2\x82" "a", -1, 0, 0), 0);
-    EXPECT_EQ(CHCompareTexts("STRASSE", -1, "stra\xc5\xbf\xc5\xbf" "e", -1, 0, 0), 0);
+    EXPECT_NE(CHCompareTexts("\xe2\x82"
+                             "a",
+                             -1,
+                             "\xe2\x83"
+                             "a",
+                             -1, 0, 0),
+              0);
+    EXPECT_EQ(CHCompareTexts("\xe2\x82"
+                             "A",
+                             -1,
+                             "\xe2\x82"
+                             "a",
+                             -1, 0, 0),
+              0);
+    EXPECT_EQ(CHCompareTexts("STRASSE", -1,
+                             "stra\xc5\xbf\xc5\xbf"
+                             "e",
+                             -1, 0, 0),
+              0);
 }
 
 TEST(PlatformText, CaseMappingKeepsTheByteLength) {
@@ -95,9 +113,11 @@ TEST(PlatformText, CaseMappingKeepsTheByteLength) {
     CHtoUpper(text, -1, 0);
     EXPECT_STREQ(text, "\xc7\x84\xc3\x89X\xc4\xb1\xff");
     // "K" (Kelvin sign) would lower to the one-byte "k" and stays; the length bounds the walk.
-    char kelvin[] = "\xe2\x84\xaa" "AB";
+    char kelvin[] = "\xe2\x84\xaa"
+                    "AB";
     CHtoLower(kelvin, 4, 0);
-    EXPECT_STREQ(kelvin, "\xe2\x84\xaa" "aB");
+    EXPECT_STREQ(kelvin, "\xe2\x84\xaa"
+                         "aB");
 }
 
 TEST(PlatformTextConvert, Utf16ToNarrow) {
@@ -116,7 +136,8 @@ TEST(PlatformTextConvert, Utf16ToNarrow) {
     const unsigned short lone[] = {0xDC00, 'a', 0xD800, 0, 'b'};
     std::memset(out, 0, sizeof out);
     EXPECT_EQ(CHUnicode2ANSI(lone, 5, out, 16, 0, true, nullptr), 7);
-    EXPECT_STREQ(out, "\xef\xbf\xbd" "a\xef\xbf\xbd");
+    EXPECT_STREQ(out, "\xef\xbf\xbd"
+                      "a\xef\xbf\xbd");
     std::memset(out, 0, sizeof out);
     EXPECT_EQ(CHUnicode2ANSI(lone, -1, out, 16, 0, false, nullptr), 3);
     EXPECT_STREQ(out, "?a?");
@@ -134,7 +155,10 @@ TEST(PlatformTextConvert, NarrowToUtf16) {
     EXPECT_EQ(CHANSI2Unicode(kMixed, -1, out, 4, 0, nullptr), 3);
     EXPECT_EQ(out[3], 0x7777);
     // Each bad byte is one U+FFFD; a count that cuts a sequence makes its bytes bad.
-    EXPECT_EQ(CHANSI2Unicode("\xe2\x82" "a\xff", -1, out, 8, 0, nullptr), 5);
+    EXPECT_EQ(CHANSI2Unicode("\xe2\x82"
+                             "a\xff",
+                             -1, out, 8, 0, nullptr),
+              5);
     EXPECT_EQ(WString(out), W(u"\uFFFD\uFFFDa\uFFFD"));
     EXPECT_EQ(CHANSI2Unicode("\xc3\xa9", 1, out, 8, 0, nullptr), 1);
     EXPECT_EQ(out[0], 0xFFFD);

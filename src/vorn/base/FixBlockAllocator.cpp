@@ -24,13 +24,19 @@ private:
 constexpr unsigned int kMinimumFree = 4;
 constexpr unsigned int kHeader = 12;
 
-__attribute__((init_priority(101))) FixBlockAllocator g_stringPools[5] = {
-    {64 + kHeader, kMinimumFree},   {128 + kHeader, kMinimumFree}, {256 + kHeader, kMinimumFree},
-    {512 + kHeader, kMinimumFree},  {1024 + kHeader, kMinimumFree}};
+__attribute__((init_priority(101)))
+FixBlockAllocator g_stringPools[5] = {{64 + kHeader, kMinimumFree},
+                                      {128 + kHeader, kMinimumFree},
+                                      {256 + kHeader, kMinimumFree},
+                                      {512 + kHeader, kMinimumFree},
+                                      {1024 + kHeader, kMinimumFree}};
 
-__attribute__((init_priority(101))) FixBlockAllocator g_unicodePools[5] = {
-    {128 + kHeader, kMinimumFree},  {256 + kHeader, kMinimumFree}, {512 + kHeader, kMinimumFree},
-    {1024 + kHeader, kMinimumFree}, {2048 + kHeader, kMinimumFree}};
+__attribute__((init_priority(101)))
+FixBlockAllocator g_unicodePools[5] = {{128 + kHeader, kMinimumFree},
+                                       {256 + kHeader, kMinimumFree},
+                                       {512 + kHeader, kMinimumFree},
+                                       {1024 + kHeader, kMinimumFree},
+                                       {2048 + kHeader, kMinimumFree}};
 
 int TierIndex(unsigned int capacity) {
     if (capacity > 1024)
@@ -57,7 +63,9 @@ FixBlockAllocator::FixBlockAllocator(unsigned int blockSize, unsigned int minimu
     : m_blockSize(blockSize), m_minimumFree(minimumFree), m_usedHead(nullptr), m_freeHead(nullptr),
       m_usedCount(0), m_freeCount(0) {}
 
-FixBlockAllocator::~FixBlockAllocator() { ReleaseAll(); }
+FixBlockAllocator::~FixBlockAllocator() {
+    ReleaseAll();
+}
 
 void* FixBlockAllocator::Allocate() {
     SpinGuard guard(m_lock);

@@ -24,7 +24,9 @@ private:
 
 CLazyLock::CLazyLock() : m_impl(nullptr) {}
 
-CLazyLock::~CLazyLock() { delete m_impl; }
+CLazyLock::~CLazyLock() {
+    delete m_impl;
+}
 
 void CLazyLock::Acquire() {
     if (m_impl == nullptr)

@@ -7,7 +7,9 @@ namespace vorn::base {
 
 CLock::CLock() : m_impl(new LockImplWin()) {}
 
-CLock::~CLock() { delete m_impl; }
+CLock::~CLock() {
+    delete m_impl;
+}
 
 void CLock::Acquire() {
     if (!m_impl->Enter())
@@ -15,8 +17,12 @@ void CLock::Acquire() {
                                         "Failed to enter critical section.", nullptr);
 }
 
-bool CLock::TryAcquire(unsigned int /*timeout*/) { return m_impl->TryEnter(); }
+bool CLock::TryAcquire(unsigned int /*timeout*/) {
+    return m_impl->TryEnter();
+}
 
-void CLock::Release() { m_impl->Leave(); }
+void CLock::Release() {
+    m_impl->Leave();
+}
 
 } // namespace vorn::base

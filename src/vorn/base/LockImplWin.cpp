@@ -10,6 +10,8 @@ LockImplWin::LockImplWin() {
                                         "Failed to create critical section.", nullptr);
 }
 
-LockImplWin::~LockImplWin() { m_section.Destroy(); }
+LockImplWin::~LockImplWin() {
+    m_section.Destroy();
+}
 
 } // namespace vorn::base

@@ -7,7 +7,9 @@ namespace vorn::base {
 
 CReentrantLock::CReentrantLock() : m_impl(new ReentrantLockImplWin()) {}
 
-CReentrantLock::~CReentrantLock() { delete m_impl; }
+CReentrantLock::~CReentrantLock() {
+    delete m_impl;
+}
 
 void CReentrantLock::Acquire() {
     if (!m_impl->Enter())
@@ -15,8 +17,12 @@ void CReentrantLock::Acquire() {
                                         "Failed to enter critical section.", nullptr);
 }
 
-bool CReentrantLock::TryAcquire(unsigned int /*timeout*/) { return m_impl->TryEnter(); }
+bool CReentrantLock::TryAcquire(unsigned int /*timeout*/) {
+    return m_impl->TryEnter();
+}
 
-void CReentrantLock::Release() { m_impl->Leave(); }
+void CReentrantLock::Release() {
+    m_impl->Leave();
+}
 
 } // namespace vorn::base

@@ -10,6 +10,8 @@ ReentrantLockImplWin::ReentrantLockImplWin() {
                                         "Failed to create critical section.", nullptr);
 }
 
-ReentrantLockImplWin::~ReentrantLockImplWin() { m_section.Destroy(); }
+ReentrantLockImplWin::~ReentrantLockImplWin() {
+    m_section.Destroy();
+}
 
 } // namespace vorn::base

@@ -1,5 +1,5 @@
-// The critical section behind CReentrantLock, and the unblocking lock of the conditions: zero-filled, then set up with no spinning, so that contention
-// goes straight to the system's wait.
+// The critical section behind CReentrantLock, and the unblocking lock of the conditions:
+// zero-filled, then set up with no spinning, so that contention goes straight to the system's wait.
 #pragma once
 
 #include <vorn/base/Base.h>

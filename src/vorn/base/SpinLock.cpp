@@ -10,8 +10,12 @@ void CSpinLock::Acquire() {
         vorn::platform::Sleep(0);
 }
 
-bool CSpinLock::TryAcquire(unsigned int /*timeout*/) { return AtomicCompareAndSwap(m_lock, 1, 0); }
+bool CSpinLock::TryAcquire(unsigned int /*timeout*/) {
+    return AtomicCompareAndSwap(m_lock, 1, 0);
+}
 
-void CSpinLock::Release() { AtomicDecrement(m_lock); }
+void CSpinLock::Release() {
+    AtomicDecrement(m_lock);
+}
 
 } // namespace vorn::base

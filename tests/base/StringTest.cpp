@@ -29,8 +29,12 @@ struct Header {
 const Header& HeaderOf(const CString& s) {
     return *reinterpret_cast<const Header*>(static_cast<const char*>(s) - 12);
 }
-const char* Text(const CString& s) { return s; }
-std::string Bytes(const CString& s) { return std::string(Text(s), s.GetLength()); }
+const char* Text(const CString& s) {
+    return s;
+}
+std::string Bytes(const CString& s) {
+    return std::string(Text(s), s.GetLength());
+}
 
 template <typename F> void ExpectMemoryException(F&& body, const char* file, unsigned int line) {
     try {
@@ -226,7 +230,7 @@ TEST(String, OperatorsWithEmptyAndNullSides) {
     CString empty, text("m");
     // Each row: <, <=, >, >=.
     auto row = [](bool lt, bool le, bool gt, bool ge) { return std::string{lt, le, gt, ge}; };
-    auto ops = [&](const auto& a, const auto& b) { return row(a < b, a <= b, a > b, a >= b); };
+    auto ops = [&](const auto& a, const auto& b) { return row(a<b, a <= b, a> b, a >= b); };
     EXPECT_EQ(ops(empty, CString()), row(0, 1, 0, 1));
     EXPECT_EQ(ops(empty, text), row(1, 1, 0, 0));
     EXPECT_EQ(ops(text, empty), row(0, 0, 1, 1));
@@ -371,7 +375,8 @@ TEST(String, CaseAndReverse) {
     EXPECT_STREQ(Text(s), "h\xc3\xa9llo \xc4\xb1!");
     CString r("a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80z");
     r.MakeReverse();
-    EXPECT_STREQ(Text(r), "z\xf0\x9f\x98\x80\xe2\x82\xac\xc3\xa9" "a");
+    EXPECT_STREQ(Text(r), "z\xf0\x9f\x98\x80\xe2\x82\xac\xc3\xa9"
+                          "a");
     CString empty;
     empty.MakeReverse();
     empty.MakeUpper();
@@ -392,7 +397,8 @@ TEST(String, Trimming) {
     CString x("xaxx");
     x.TrimRight('x');
     EXPECT_STREQ(Text(x), "axx");
-    CString set("\xc3\xa9-\xc3\xa9" "a-");
+    CString set("\xc3\xa9-\xc3\xa9"
+                "a-");
     set.TrimLeft("-\xc3\xa9");
     EXPECT_STREQ(Text(set), "a-");
     CString fromSet("..ab");
@@ -494,6 +500,45 @@ TEST(String, NoMemoryInAPoolThatMustGrow) {
     EXPECT_STREQ(Text(s), "short");
     for (void* block : drained)
         pool->Release(block);
+}
+
+TEST(String, FormatRetriesOnlyAtExactly1023) {
+    CString s("keep");
+    s.Format(nullptr);
+    EXPECT_STREQ(Text(s), "keep");
+    s.Format("%d-%s-%c", 42, "x", 'y');
+    EXPECT_STREQ(Text(s), "42-x-y");
+    // A buffer of the result's tier is ready, so a failure below can only be the formatter's.
+    { CString warm(std::string(1000, 'w').c_str()); }
+
+    const std::string exact(1023, 'e');
+    s.Format("%s", exact.c_str());
+    EXPECT_EQ(Bytes(s), exact);
+    ExpectMemoryException(
+        [&] {
+            FailAllocation fail(1);
+            s.Format("%s", "short");
+        },
+        "vorn/base/String", 1763);
+    ExpectMemoryException(
+        [&] {
+            FailAllocation fail(2);
+            s.Format("%s", exact.c_str());
+        },
+        "vorn/base/String", 1780);
+    EXPECT_EQ(Bytes(s), exact);
+    {
+        FailAllocation fail(2);
+        s.Format("%s", std::string(1022, 'f').c_str());
+    }
+    EXPECT_EQ(s.GetLength(), 1022u);
+
+    // Output that fills the block exactly, or doesn't fit, gets no retry and stops at its end.
+    const std::string full(1024, 'g');
+    s.Format("%s", full.c_str());
+    EXPECT_EQ(Bytes(s), full);
+    s.Format("%s!", std::string(2046, 'h').c_str());
+    EXPECT_EQ(Bytes(s), std::string(1024, 'h'));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <new>
 
+#include "platform/Format.h"
 #include "platform/Memory.h"
 #include "platform/Text.h"
 #include "platform/TextConvert.h"
@@ -38,6 +39,14 @@ void GiveBlock(void* block, unsigned int capacity) {
         pool->Release(block);
     else
         ZK_free(block);
+}
+
+int FormatInto(char* buffer, std::size_t size, const char* format, va_list arguments) {
+    va_list copy;
+    va_copy(copy, arguments);
+    int result = vorn::platform::FormatLegacyV(buffer, size, format, copy);
+    va_end(copy);
+    return result;
 }
 
 unsigned int Length(const char* s) {
@@ -160,7 +169,9 @@ CString::CString(const char* s, unsigned int n) : m_pchData(nullptr) {
     GetData()->length = length;
 }
 
-CString::CString(const unsigned short* s) : m_pchData(nullptr) { operator=(s); }
+CString::CString(const unsigned short* s) : m_pchData(nullptr) {
+    operator=(s);
+}
 
 CString::CString(const unsigned short* s, unsigned int n) : m_pchData(nullptr) {
     if (s == nullptr || n == 0)
@@ -202,7 +213,9 @@ CString& CString::operator=(const unsigned short* s) {
     return *this;
 }
 
-void CString::Set(const char* s, unsigned int n) { AllocCopy(s, static_cast<int>(n)); }
+void CString::Set(const char* s, unsigned int n) {
+    AllocCopy(s, static_cast<int>(n));
+}
 
 void CString::Empty() {
     CStringData* data = GetData();
@@ -217,7 +230,9 @@ void CString::Empty() {
     m_pchData[0] = '\0';
 }
 
-void CString::EnsureCapacity(unsigned int n) { EnsureBufferCapacity(n + 1); }
+void CString::EnsureCapacity(unsigned int n) {
+    EnsureBufferCapacity(n + 1);
+}
 
 void CString::SetAt(unsigned int i, char c) {
     if (i >= GetLength())
@@ -249,10 +264,18 @@ int CString::CompareWith(const char* s, int caseSensitive) const {
     return CHCompareTexts(m_pchData, -1, s, -1, caseSensitive, 0);
 }
 
-int CString::Compare(const CString& s) const { return CompareWith(s, 1); }
-int CString::Compare(const char* s) const { return CompareWith(s, 1); }
-int CString::CompareIgnoreCase(const CString& s) const { return CompareWith(s, 0); }
-int CString::CompareIgnoreCase(const char* s) const { return CompareWith(s, 0); }
+int CString::Compare(const CString& s) const {
+    return CompareWith(s, 1);
+}
+int CString::Compare(const char* s) const {
+    return CompareWith(s, 1);
+}
+int CString::CompareIgnoreCase(const CString& s) const {
+    return CompareWith(s, 0);
+}
+int CString::CompareIgnoreCase(const char* s) const {
+    return CompareWith(s, 0);
+}
 
 bool CString::HasPrefix(const char* s, unsigned int n, int caseSensitive) const {
     if (n == 0 || n > GetLength())
@@ -264,20 +287,34 @@ bool CString::HasPrefix(const char* s, unsigned int n, int caseSensitive) const 
 bool CString::HasSuffix(const char* s, unsigned int n, int caseSensitive) const {
     if (n == 0 || n > GetLength())
         return false;
-    return CHCompareTexts(m_pchData + GetLength() - n, static_cast<int>(n), s,
-                          static_cast<int>(n), caseSensitive, 0) == 0;
+    return CHCompareTexts(m_pchData + GetLength() - n, static_cast<int>(n), s, static_cast<int>(n),
+                          caseSensitive, 0) == 0;
 }
 
-bool CString::StartsWith(const CString& s) const { return HasPrefix(s, s.GetLength(), 1); }
-bool CString::StartsWith(const char* s) const { return HasPrefix(s, Length(s), 1); }
-bool CString::EndsWith(const CString& s) const { return HasSuffix(s, s.GetLength(), 1); }
-bool CString::EndsWith(const char* s) const { return HasSuffix(s, Length(s), 1); }
+bool CString::StartsWith(const CString& s) const {
+    return HasPrefix(s, s.GetLength(), 1);
+}
+bool CString::StartsWith(const char* s) const {
+    return HasPrefix(s, Length(s), 1);
+}
+bool CString::EndsWith(const CString& s) const {
+    return HasSuffix(s, s.GetLength(), 1);
+}
+bool CString::EndsWith(const char* s) const {
+    return HasSuffix(s, Length(s), 1);
+}
 bool CString::StartsWithIgnoreCase(const CString& s) const {
     return HasPrefix(s, s.GetLength(), 0);
 }
-bool CString::StartsWithIgnoreCase(const char* s) const { return HasPrefix(s, Length(s), 0); }
-bool CString::EndsWithIgnoreCase(const CString& s) const { return HasSuffix(s, s.GetLength(), 0); }
-bool CString::EndsWithIgnoreCase(const char* s) const { return HasSuffix(s, Length(s), 0); }
+bool CString::StartsWithIgnoreCase(const char* s) const {
+    return HasPrefix(s, Length(s), 0);
+}
+bool CString::EndsWithIgnoreCase(const CString& s) const {
+    return HasSuffix(s, s.GetLength(), 0);
+}
+bool CString::EndsWithIgnoreCase(const char* s) const {
+    return HasSuffix(s, Length(s), 0);
+}
 
 int CString::FindText(const char* s, unsigned int start, int caseSensitive) const {
     if (IsEmpty() || start >= GetLength() || s == nullptr || *s == '\0')
@@ -286,8 +323,12 @@ int CString::FindText(const char* s, unsigned int start, int caseSensitive) cons
     return found == nullptr ? -1 : static_cast<int>(found - m_pchData);
 }
 
-int CString::Find(const CString& s, unsigned int start) const { return FindText(s, start, 1); }
-int CString::Find(const char* s, unsigned int start) const { return FindText(s, start, 1); }
+int CString::Find(const CString& s, unsigned int start) const {
+    return FindText(s, start, 1);
+}
+int CString::Find(const char* s, unsigned int start) const {
+    return FindText(s, start, 1);
+}
 int CString::FindIgnoreCase(const CString& s, unsigned int start) const {
     return FindText(s, start, 0);
 }
@@ -353,7 +394,8 @@ CString& CString::operator+=(const CString& s) {
     std::memmove(end, s.m_pchData, added);
     const unsigned int newLength = length + added;
     // A length that ran past the text runs past it still; the bytes up to it are zeros.
-    std::memset(end + added, 0, static_cast<std::size_t>(m_pchData + newLength - (end + added)) + 1);
+    std::memset(end + added, 0,
+                static_cast<std::size_t>(m_pchData + newLength - (end + added)) + 1);
     GetData()->length = newLength;
     return *this;
 }
@@ -376,7 +418,8 @@ CString& CString::operator+=(const char* s) {
     char* end = m_pchData + std::strlen(m_pchData);
     std::memcpy(end, s, added);
     const unsigned int newLength = length + added;
-    std::memset(end + added, 0, static_cast<std::size_t>(m_pchData + newLength - (end + added)) + 1);
+    std::memset(end + added, 0,
+                static_cast<std::size_t>(m_pchData + newLength - (end + added)) + 1);
     GetData()->length = newLength;
     return *this;
 }
@@ -597,7 +640,9 @@ void CString::TrimLeft(const char* set) {
     TrimLeftWhile([set](const char* p) { return CHSearchCharLeft(p, set, -1, 0) != nullptr; });
 }
 
-void CString::TrimLeft(const CString& set) { TrimLeft(static_cast<const char*>(set)); }
+void CString::TrimLeft(const CString& set) {
+    TrimLeft(static_cast<const char*>(set));
+}
 
 void CString::TrimRight() {
     if (IsEmpty())
@@ -620,9 +665,15 @@ void CString::TrimRight() {
     GetData()->length = Length(m_pchData);
 }
 
-void CString::TrimRight(char c) { TrimLeft(c); }
-void CString::TrimRight(const char* set) { TrimLeft(set); }
-void CString::TrimRight(const CString& set) { TrimLeft(set); }
+void CString::TrimRight(char c) {
+    TrimLeft(c);
+}
+void CString::TrimRight(const char* set) {
+    TrimLeft(set);
+}
+void CString::TrimRight(const CString& set) {
+    TrimLeft(set);
+}
 
 // ---- Substrings
 
@@ -644,7 +695,9 @@ CString CString::SubString(unsigned int start, unsigned int end) {
     return result;
 }
 
-CString CString::Mid(unsigned int start) { return SubString(start); }
+CString CString::Mid(unsigned int start) {
+    return SubString(start);
+}
 
 CString CString::Mid(unsigned int start, int count) {
     return SubString(start, start + static_cast<unsigned int>(count));
@@ -664,6 +717,48 @@ CString CString::Right(unsigned int n) {
     if (n >= GetLength())
         return *this;
     return Mid(GetLength() - n - 1, static_cast<int>(n));
+}
+
+// ---- Formatting
+
+void CString::Format(const char* format, ...) {
+    if (format == nullptr)
+        return;
+    va_list arguments;
+    va_start(arguments, format);
+    try {
+        FormatV(format, arguments);
+    } catch (...) {
+        va_end(arguments);
+        throw;
+    }
+    va_end(arguments);
+}
+
+void CString::FormatV(const char* format, va_list arguments) {
+    std::size_t size = 1024;
+    // One byte more than the formatter may fill: output that filled the whole size, or didn't
+    // fit, has no terminator of its own.
+    char* buffer = static_cast<char*>(ZK_malloc(size + 1));
+    if (buffer == nullptr)
+        throw CMemoryException("vorn/base/String", 1763);
+    int result = FormatInto(buffer, size, format, arguments);
+    while (result == static_cast<int>(size) - 1) {
+        ZK_free(buffer);
+        size += 1024;
+        buffer = static_cast<char*>(ZK_malloc(size + 1));
+        if (buffer == nullptr)
+            throw CMemoryException("vorn/base/String", 1780);
+        result = FormatInto(buffer, size, format, arguments);
+    }
+    buffer[size] = '\0';
+    try {
+        AllocCopy(buffer, -1);
+    } catch (...) {
+        ZK_free(buffer);
+        throw;
+    }
+    ZK_free(buffer);
 }
 
 // ---- Free operators
@@ -696,20 +791,46 @@ bool operator==(const CString& a, const char* b) {
     return b != nullptr && std::strcmp(a, b) == 0;
 }
 
-bool operator==(const char* a, const CString& b) { return b == a; }
+bool operator==(const char* a, const CString& b) {
+    return b == a;
+}
 
-bool operator<(const CString& a, const CString& b) { return Order(a, b) < 0; }
-bool operator<=(const CString& a, const CString& b) { return Order(a, b) <= 0; }
-bool operator>(const CString& a, const CString& b) { return Order(a, b) > 0; }
-bool operator>=(const CString& a, const CString& b) { return Order(a, b) >= 0; }
-bool operator<(const CString& a, const char* b) { return Order(a, b) < 0; }
-bool operator<=(const CString& a, const char* b) { return Order(a, b) <= 0; }
-bool operator>(const CString& a, const char* b) { return Order(a, b) > 0; }
-bool operator>=(const CString& a, const char* b) { return Order(a, b) >= 0; }
-bool operator<(const char* a, const CString& b) { return Order(b, a) > 0; }
-bool operator<=(const char* a, const CString& b) { return Order(b, a) >= 0; }
-bool operator>(const char* a, const CString& b) { return Order(b, a) < 0; }
-bool operator>=(const char* a, const CString& b) { return Order(b, a) <= 0; }
+bool operator<(const CString& a, const CString& b) {
+    return Order(a, b) < 0;
+}
+bool operator<=(const CString& a, const CString& b) {
+    return Order(a, b) <= 0;
+}
+bool operator>(const CString& a, const CString& b) {
+    return Order(a, b) > 0;
+}
+bool operator>=(const CString& a, const CString& b) {
+    return Order(a, b) >= 0;
+}
+bool operator<(const CString& a, const char* b) {
+    return Order(a, b) < 0;
+}
+bool operator<=(const CString& a, const char* b) {
+    return Order(a, b) <= 0;
+}
+bool operator>(const CString& a, const char* b) {
+    return Order(a, b) > 0;
+}
+bool operator>=(const CString& a, const char* b) {
+    return Order(a, b) >= 0;
+}
+bool operator<(const char* a, const CString& b) {
+    return Order(b, a) > 0;
+}
+bool operator<=(const char* a, const CString& b) {
+    return Order(b, a) >= 0;
+}
+bool operator>(const char* a, const CString& b) {
+    return Order(b, a) < 0;
+}
+bool operator>=(const char* a, const CString& b) {
+    return Order(b, a) <= 0;
+}
 
 CString operator+(const CString& a, const CString& b) {
     CString result(a);

@@ -8,12 +8,14 @@
 #include <vorn/base/Class.h>
 #include <vorn/base/ClassCastException.h>
 #include <vorn/base/ClassManager.h>
+#include <vorn/base/ClassNotFoundException.h>
 #include <vorn/base/Comparable.h>
 #include <vorn/base/Exception.h>
 #include <vorn/base/Export.h>
 #include <vorn/base/IllegalArgumentException.h>
 #include <vorn/base/IllegalComparisonException.h>
 #include <vorn/base/IllegalStateException.h>
+#include <vorn/base/InstantiationException.h>
 #include <vorn/base/LazyLock.h>
 #include <vorn/base/Lock.h>
 #include <vorn/base/Lockable.h>
@@ -34,8 +36,10 @@
 #include <vorn/io/IOException.h>
 #include <vorn/io/InterruptedIOException.h>
 #include <vorn/io/UnknownCharacterException.h>
+#include <vorn/io/UnsupportedEncodingException.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/net/SocketException.h>
+#include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>
 #include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>

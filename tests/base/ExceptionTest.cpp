@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <string>
 
 #include <vorn/vorn.h>
 
@@ -117,6 +118,71 @@ TEST(Exception, UnknownCharacterIsFixed) {
     EXPECT_EQ(e.GetMessage(), nullptr);
     EXPECT_EQ(e.GetSourceLine(), 9u);
     EXPECT_TRUE(e.IsInstanceOf(&vorn::io::CCharConversionException::m_classCCharConversionException));
+}
+
+TEST(NamedException, NamesAreKeptInStrings) {
+    char name[] = "app::CMissing";
+    CClassNotFoundException missing("f", 1, "d", "m", name);
+    name[0] = 'X';
+    EXPECT_STREQ(missing.GetClassName(), "app::CMissing");
+    EXPECT_STREQ(missing.GetMessage(), "m");
+    CClassNotFoundException copy(missing);
+    EXPECT_STREQ(copy.GetClassName(), "app::CMissing");
+    EXPECT_STREQ(copy.GetMessage(), "m");
+    CClassNotFoundException assigned("g", 2, nullptr, nullptr, nullptr);
+    EXPECT_TRUE(assigned.GetClassName().IsEmpty());
+    assigned = missing;
+    EXPECT_STREQ(assigned.GetClassName(), "app::CMissing");
+    EXPECT_EQ(assigned.GetSourceLine(), 1u);
+    // The name goes only when it isn't empty: "" leaves no buffer behind.
+    EXPECT_TRUE(CInstantiationException("f", 3, nullptr, nullptr, "").GetClassName() ==
+                static_cast<const char*>(nullptr));
+    CInstantiationException abstract("f", 3, "d", nullptr, "app::CShape");
+    CInstantiationException abstractCopy(abstract);
+    EXPECT_STREQ(abstractCopy.GetClassName(), "app::CShape");
+
+    vorn::io::CUnsupportedEncodingException encoding("f", 4, "UTF-7");
+    EXPECT_STREQ(encoding.GetEncoding(), "UTF-7");
+    EXPECT_EQ(encoding.GetErrorDescription(), nullptr);
+    EXPECT_EQ(encoding.GetMessage(), nullptr);
+    EXPECT_TRUE(vorn::io::CUnsupportedEncodingException("f", 4, nullptr).GetEncoding().IsEmpty());
+    vorn::io::CUnsupportedEncodingException encodingCopy(encoding);
+    vorn::io::CUnsupportedEncodingException encodingAssigned("f", 5, "");
+    encodingAssigned = encodingCopy;
+    EXPECT_STREQ(encodingAssigned.GetEncoding(), "UTF-7");
+
+    vorn::net::CUnknownHostException host("f", 6, "nowhere.invalid");
+    EXPECT_STREQ(host.GetHostName(), "nowhere.invalid");
+    EXPECT_STREQ(host.GetErrorDescription(), "Unknown host name.");
+    EXPECT_EQ(host.GetMessage(), nullptr);
+    for (const char* none : {"", static_cast<const char*>(nullptr)}) {
+        vorn::net::CUnknownHostException empty("f", 7, none);
+        ASSERT_NE(empty.GetHostName(), nullptr);
+        EXPECT_STREQ(empty.GetHostName(), "");
+        empty = host;
+        EXPECT_STREQ(empty.GetHostName(), "nowhere.invalid");
+    }
+}
+
+TEST(NamedException, ThrownAndCaughtThroughTheFamily) {
+    try {
+        throw vorn::net::CUnknownHostException("vorn/net/Test", 8, "host");
+    } catch (const vorn::io::CIOException& e) {
+        EXPECT_STREQ(e.GetClass()->GetQualifiedName(), "vorn::net::CUnknownHostException");
+        EXPECT_TRUE(e.IsInstanceOf(&vorn::io::CIOException::m_classCIOException));
+        EXPECT_STREQ(static_cast<const vorn::net::CUnknownHostException&>(e).GetHostName(),
+                     "host");
+    }
+    // A name too long for the pools that the system can't hold fails the construction itself.
+    std::string longName(3000, 'n');
+    try {
+        vorn::test::FailAllocation fail(1);
+        throw CClassNotFoundException("f", 9, nullptr, nullptr, longName.c_str());
+    } catch (const CClassNotFoundException&) {
+        ADD_FAILURE() << "constructed without memory";
+    } catch (const CMemoryException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), "vorn/base/String");
+    }
 }
 
 } // namespace

@@ -28,8 +28,11 @@
 #include <vorn/base/RefCountedPtr.h>
 #include <vorn/base/SpinLock.h>
 #include <vorn/base/String.h>
+#include <vorn/base/StringBuffer.h>
 #include <vorn/base/SynchronizationException.h>
 #include <vorn/base/TimeoutException.h>
+#include <vorn/base/UnicodeString.h>
+#include <vorn/base/UnicodeStringBuffer.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
 #include <vorn/io/CharConversionException.h>

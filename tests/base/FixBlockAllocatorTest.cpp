@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <thread>
 #include <vector>
 
 #include <vorn/base/MemoryException.h>
@@ -126,6 +127,25 @@ TEST(FixBlockAllocator, TenPoolsByCapacity) {
     }
     EXPECT_EQ(StringBlockPool(1025), nullptr);
     EXPECT_EQ(UnicodeBlockPool(4096), nullptr);
+}
+
+TEST(FixBlockAllocatorThreads, OnePoolServesManyThreads) {
+    FixBlockAllocator pool(64, 4);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t)
+        threads.emplace_back([&pool, t] {
+            for (int round = 0; round < 300; ++round) {
+                std::vector<void*> blocks = Take(pool, 1 + (round + t) % 7);
+                for (void* block : blocks)
+                    std::memset(block, t, 64);
+                for (void* block : blocks)
+                    pool.Release(block);
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(pool.GetUsedCount(), 0u);
+    EXPECT_GE(pool.GetFreeCount(), 4u);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
 #include <vorn/base/Atomic.h>
 #include <vorn/base/Base.h>
+#include <vorn/base/BinaryData.h>
 #include <vorn/base/Bool.h>
 #include <vorn/base/Class.h>
 #include <vorn/base/ClassCastException.h>

@@ -57,3 +57,6 @@
 #include <vorn/util/Stack.h>
 #include <vorn/util/Vector.h>
 #include <vorn/util/detail/Storage.h>
+#include <vorn/util/regex/RegEx.h>
+#include <vorn/util/regex/RegExMatch.h>
+#include <vorn/util/regex/RegExParseException.h>

@@ -26,7 +26,12 @@
 #include <vorn/io/AccessDeniedException.h>
 #include <vorn/io/CharConversionException.h>
 #include <vorn/io/IOException.h>
+#include <vorn/io/InputStream.h>
 #include <vorn/io/InterruptedIOException.h>
+#include <vorn/io/MemoryInputStream.h>
+#include <vorn/io/MemoryOutputStream.h>
+#include <vorn/io/OutputStream.h>
+#include <vorn/io/Reader.h>
 #include <vorn/io/UnknownCharacterException.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/net/SocketException.h>

@@ -121,8 +121,8 @@ TEST(Reader, SingleUnitReadZeroExtendsAndSkipIsResidual) {
 }
 
 TEST(InputStream, BasesAreRegistered) {
-    for (const char* name : {"vorn::io::CInputStream", "vorn::io::COutputStream",
-                             "vorn::io::CReader"}) {
+    for (const char* name :
+         {"vorn::io::CInputStream", "vorn::io::COutputStream", "vorn::io::CReader"}) {
         const vorn::base::CClass* cls = vorn::base::CClass::FindClass(name);
         ASSERT_NE(cls, nullptr) << name;
         EXPECT_STREQ(cls->GetQualifiedBaseClassName1(), "vorn::base::CObject");

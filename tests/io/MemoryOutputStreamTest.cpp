@@ -32,7 +32,7 @@ TEST(MemoryOutputStream, WritesCollectInOrder) {
     EXPECT_EQ(Bytes(s), "abcefg");
     s.Flush();
     s.Write(nullptr, 0);
-    s.Write(nullptr, 5);       // refused by the pointer check: nothing, no throw
+    s.Write(nullptr, 5); // refused by the pointer check: nothing, no throw
     s.Write(nullptr, 2, 5);
     s.Write("ignored", 3, 0);
     EXPECT_EQ(Bytes(s), "abcefg");

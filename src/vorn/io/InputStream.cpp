@@ -4,7 +4,9 @@ namespace vorn::io {
 
 VORN_DEFINE_CLASS_BASE(CInputStream, "vorn::io::CInputStream", "vorn::base::CObject")
 
-int CInputStream::Read(char* buffer, unsigned int count) { return Read(buffer, 0, count); }
+int CInputStream::Read(char* buffer, unsigned int count) {
+    return Read(buffer, 0, count);
+}
 
 int CInputStream::Read() {
     char byte = 0; // a subclass that reads nothing without saying -1 gives 0, not stack garbage

@@ -27,7 +27,9 @@ CMemoryOutputStream::CMemoryOutputStream(unsigned int initialCapacity, unsigned 
         throw vorn::base::CMemoryException(kSource, __LINE__);
 }
 
-CMemoryOutputStream::~CMemoryOutputStream() { ZK_free(m_buffer); }
+CMemoryOutputStream::~CMemoryOutputStream() {
+    ZK_free(m_buffer);
+}
 
 bool CMemoryOutputStream::EnsureBufferCapacity(unsigned int capacity) {
     unsigned int target = capacity + (((m_growth - 1) * capacity) % m_growth);
@@ -83,9 +85,13 @@ void CMemoryOutputStream::Write(char value) {
     m_buffer[m_size++] = value;
 }
 
-void CMemoryOutputStream::Flush() { CheckOpen(__LINE__); }
+void CMemoryOutputStream::Flush() {
+    CheckOpen(__LINE__);
+}
 
-void CMemoryOutputStream::Close() { m_open = false; }
+void CMemoryOutputStream::Close() {
+    m_open = false;
+}
 
 char* CMemoryOutputStream::DetachBuffer() {
     char* block = m_buffer;
@@ -95,6 +101,8 @@ char* CMemoryOutputStream::DetachBuffer() {
     return block;
 }
 
-void CMemoryOutputStream::Reset() { m_size = 0; }
+void CMemoryOutputStream::Reset() {
+    m_size = 0;
+}
 
 } // namespace vorn::io

@@ -4,7 +4,9 @@ namespace vorn::io {
 
 VORN_DEFINE_CLASS_BASE(CReader, "vorn::io::CReader", "vorn::base::CObject")
 
-int CReader::Read(unsigned short* buffer, unsigned int count) { return Read(buffer, 0, count); }
+int CReader::Read(unsigned short* buffer, unsigned int count) {
+    return Read(buffer, 0, count);
+}
 
 int CReader::Read() {
     unsigned short unit = 0; // as CInputStream::Read: a silent empty read gives 0

@@ -8,7 +8,9 @@ using namespace vorn::base;
 
 namespace {
 
-void Section(const char* title) { std::printf("\n== %s ==\n", title); }
+void Section(const char* title) {
+    std::printf("\n== %s ==\n", title);
+}
 
 void ClassRecords() {
     Section("Class records");
@@ -37,8 +39,8 @@ void Exceptions() {
                     e.GetClass()->GetQualifiedName(), e.GetSourceFile(), e.GetSourceLine(),
                     e.GetErrorDescription(), e.GetMessage());
     }
-    vorn::base::win::CWinSystemErrorException system("examples/tour", __LINE__,
-                                                     "Failed to open.", 2);
+    vorn::base::win::CWinSystemErrorException system("examples/tour", __LINE__, "Failed to open.",
+                                                     2);
     std::printf("system error %lu reads \"%s\"\n", system.GetErrorCode(), system.GetMessage());
 }
 
@@ -111,6 +113,68 @@ void Collections() {
     std::printf("\n");
 }
 
+void Strings() {
+    Section("Strings");
+    CString greeting("Gr\xc3\xbc\xc3\x9f Gott, Welt");
+    CString copy(greeting);
+    std::printf("\"%s\": %u bytes; its copy shares the buffer: %s\n",
+                static_cast<const char*>(greeting), greeting.GetLength(),
+                static_cast<const char*>(copy) == static_cast<const char*>(greeting) ? "yes"
+                                                                                     : "no");
+    copy.MakeUpper();
+    std::printf("copy.MakeUpper() -> \"%s\" (\xc3\x9f has no one-letter capital and stays); "
+                "the original keeps \"%s\"\n",
+                static_cast<const char*>(copy), static_cast<const char*>(greeting));
+    std::printf("Find(\"Gott\") -> %d, FindIgnoreCase(\"WELT\") -> %d, Find(',') -> %d\n",
+                greeting.Find("Gott"), greeting.FindIgnoreCase("WELT"), greeting.Find(','));
+    std::printf("CompareIgnoreCase(copy) -> %d, Compare(copy) -> %d\n",
+                greeting.CompareIgnoreCase(copy), greeting.Compare(copy));
+    CString reversed("a\xc3\xa9\xe2\x82\xac");
+    reversed.MakeReverse();
+    std::printf("\"a\xc3\xa9\xe2\x82\xac\" reversed by characters -> \"%s\"\n",
+                static_cast<const char*>(reversed));
+    CString padded("  both ends  ");
+    padded.TrimLeft();
+    padded.TrimRight();
+    std::printf("trimmed -> \"%s\"; \"abcde\".Right(2) -> \"%s\" (one byte early)\n",
+                static_cast<const char*>(padded),
+                static_cast<const char*>(CString("abcde").Right(2)));
+    CString list("one, two, one");
+    unsigned int replaced = list.Replace("one", "three");
+    std::printf("Replace(\"one\", \"three\") -> %u times: \"%s\"\n", replaced,
+                static_cast<const char*>(list));
+    CString formatted;
+    formatted.Format("%s has %d items, %u of them long", "list", 3, 2u);
+    std::printf("Format -> \"%s\"\n", static_cast<const char*>(formatted));
+    const unsigned short wide[] = {'w', 0x00EB, 0xD83D, 0xDE00, 0};
+    CString fromWide(wide);
+    std::printf("from UTF-16 -> \"%s\" (%u bytes)\n", static_cast<const char*>(fromWide),
+                fromWide.GetLength());
+    std::printf("CString() == \"\" -> %s, CString() == CString(\"\") -> %s\n",
+                CString() == "" ? "true" : "false", CString() == CString("") ? "true" : "false");
+}
+
+void Locks() {
+    Section("Locks");
+    CLock lock;
+    lock.Acquire();
+    std::printf("CLock taken again by its owner: %s\n", lock.TryAcquire(1000) ? "yes" : "no");
+    lock.Release();
+    lock.Release();
+    CSpinLock spin;
+    bool first = spin.TryAcquire(0);
+    bool second = spin.TryAcquire(0);
+    spin.Release();
+    std::printf("CSpinLock: first try %s, second try %s (no recursion)\n", first ? "yes" : "no",
+                second ? "yes" : "no");
+    CLazyLock lazy;
+    try {
+        lazy.Acquire();
+    } catch (const CSynchronizationException& e) {
+        std::printf("CLazyLock never makes its section: \"%s\"\n", e.GetErrorDescription());
+    }
+}
+
 } // namespace
 
 int main() {
@@ -119,6 +183,8 @@ int main() {
     ClassRecords();
     Exceptions();
     Collections();
+    Strings();
+    Locks();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

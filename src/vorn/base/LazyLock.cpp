@@ -1,0 +1,65 @@
+#include <vorn/base/LazyLock.h>
+#include <vorn/base/MemoryException.h>
+#include <vorn/base/SynchronizationException.h>
+
+#include "vorn/base/LockImplWin.h"
+
+namespace vorn::base {
+
+namespace {
+
+// Holds a spin lock for a scope, exceptions included.
+class SpinGuard {
+public:
+    explicit SpinGuard(CSpinLock& lock) : m_lock(lock) { m_lock.Acquire(); }
+    ~SpinGuard() { m_lock.Release(); }
+    SpinGuard(const SpinGuard&) = delete;
+    SpinGuard& operator=(const SpinGuard&) = delete;
+
+private:
+    CSpinLock& m_lock;
+};
+
+} // namespace
+
+CLazyLock::CLazyLock() : m_impl(nullptr) {}
+
+CLazyLock::~CLazyLock() {
+    delete m_impl;
+}
+
+void CLazyLock::Acquire() {
+    if (m_impl == nullptr)
+        Create();
+    // Without a section the native enter would fault; its guard reports it as a failed enter.
+    if (m_impl == nullptr || !m_impl->Enter())
+        throw CSynchronizationException("vorn/base/LazyLock", __LINE__,
+                                        "Failed to enter critical section.", nullptr);
+}
+
+bool CLazyLock::TryAcquire(unsigned int /*timeout*/) {
+    if (m_impl == nullptr)
+        Create();
+    // Without a section the attempt fails instead of faulting.
+    return m_impl != nullptr && m_impl->TryEnter();
+}
+
+void CLazyLock::Release() {
+    if (m_impl != nullptr)
+        m_impl->Leave();
+}
+
+void CLazyLock::Create() {
+    SpinGuard guard(m_creationLock);
+    // The test is for an existing section: creation only ever replaces one (without freeing it).
+    if (m_impl != nullptr) {
+        try {
+            m_impl = new LockImplWin();
+        } catch (const CMemoryException&) {
+            throw CSynchronizationException("vorn/base/LazyLock", __LINE__,
+                                            "Failed to create lock.", nullptr);
+        }
+    }
+}
+
+} // namespace vorn::base

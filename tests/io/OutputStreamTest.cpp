@@ -6,10 +6,8 @@
 
 namespace {
 
-using vorn::io::COutputStream;
-
-// Keeps only the single-byte primitive, so the block writes are the base loops.
-class CBytes : public COutputStream {
+// Only the single-byte primitive, so the block writes are the base's loops.
+class CBytes : public vorn::io::COutputStream {
 public:
     using COutputStream::Write;
     void Write(char value) override { bytes.push_back(value); }
@@ -21,22 +19,13 @@ public:
 TEST(OutputStream, BlockWritesLoopOverTheBytePrimitive) {
     CBytes s;
     s.Write("abcdef", 2, 3);
-    EXPECT_EQ(s.bytes, "cde");
-    s.Write("xy", 2);
-    EXPECT_EQ(s.bytes, "cdexy");
-    COutputStream& base = s;
-    base.Write(std::string("\0z", 2).c_str(), 2);
-    EXPECT_EQ(s.bytes, std::string("cdexy\0z", 7));
-}
-
-TEST(OutputStream, NullZeroAndWrappingCountsWriteNothing) {
-    CBytes s;
+    s.Write(std::string("x\0", 2).c_str(), 2);
+    EXPECT_EQ(s.bytes, std::string("cdex\0", 5));
+    s.bytes.clear();
     s.Write(nullptr, 0, 4);
     s.Write(nullptr, 4);
     s.Write("abc", 1, 0);
-    // offset + count wraps below offset: nothing, not a walk through memory.
-    s.Write("abc", 1, 0xFFFFFFFFu);
-    s.Write("abc", 0xFFFFFFF0u, 0x20u);
+    s.Write("abc", 1, 0xFFFFFFFFu); // offset + count wraps below offset
     EXPECT_EQ(s.bytes, "");
 }
 

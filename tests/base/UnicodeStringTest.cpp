@@ -240,12 +240,12 @@ TEST(UnicodeString, AppendAndInsert) {
     fresh += "\xe2\x82\xac";
     EXPECT_EQ(Whole(fresh), W(u"wide\u20ac"));
     // Behind a stored zero the length runs on: appends go to the terminator, and zeros fill up.
-    CUnicodeString zero = U(u"abcd");
-    zero.SetAt(1, 0);
+    CUnicodeString zero = U(u"abcdefghijklmnop");
+    zero.SetAt(9, 0);
     zero += W(u"XY").c_str();
-    EXPECT_EQ(Whole(zero), WString({'a', 'X', 'Y', 0, 0, 0}));
+    EXPECT_EQ(Whole(zero), W(u"abcdefghiXY") + WString(7, 0));
     zero += "Z";
-    EXPECT_EQ(Whole(zero), WString({'a', 'X', 'Y', 'Z', 0, 0, 0}));
+    EXPECT_EQ(Whole(zero), W(u"abcdefghiXYZ") + WString(7, 0));
 
     // On an empty string Insert stores the unit, returns 1 and leaves the length at 0.
     CUnicodeString empty;

@@ -46,9 +46,11 @@
 #include <vorn/io/MemoryOutputStream.h>
 #include <vorn/io/OutputStream.h>
 #include <vorn/io/PrintStream.h>
+#include <vorn/io/PrintWriter.h>
 #include <vorn/io/Reader.h>
 #include <vorn/io/UnknownCharacterException.h>
 #include <vorn/io/UnsupportedEncodingException.h>
+#include <vorn/io/Writer.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <vorn/base/ClassNotFoundException.h>
 #include <vorn/base/MemoryException.h>
 #include <vorn/base/System.h>
 #include <vorn/io/IOException.h>
@@ -50,6 +51,12 @@ TEST(ExceptionPrint, EachOptionalFieldAlone) {
               head + kDetails + "\tMessage : \n\t\tsaid\n");
     EXPECT_EQ(Printed(CException("f", 0x80000000u, nullptr, nullptr)),
               head + kDetails + "\tLocation :\n\t\tf(-2147483648)\n"); // the line is an int
+}
+
+TEST(ExceptionPrint, ExtraFieldsStayOut) {
+    vorn::base::CClassNotFoundException e("f", 3, nullptr, nullptr, "app::CMissing");
+    EXPECT_EQ(Printed(e), kBanner + "\tvorn::base::CClassNotFoundException\n" + kDetails +
+                              "\tLocation :\n\t\tf(3)\n");
 }
 
 TEST(ExceptionPrint, ToTheDebugOutputAsToAPrintStream) {

@@ -1,4 +1,4 @@
-// CInputStream: the contract of every byte source. Subclasses give the counted read and the state
+// CInputStream: the interface of every byte source. Subclasses give the counted read and the state
 // operations; the single-byte read and the skip come as byte-at-a-time defaults.
 #pragma once
 

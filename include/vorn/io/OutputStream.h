@@ -1,4 +1,4 @@
-// COutputStream: the contract of every byte sink. Only the single-byte write is required; the
+// COutputStream: the interface of every byte sink. Only the single-byte write is required; the
 // block writes default to a loop over it.
 #pragma once
 

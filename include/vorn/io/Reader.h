@@ -1,4 +1,4 @@
-// CReader: the contract of every UTF-16 source, unit by unit.
+// CReader: the interface of every UTF-16 source, unit by unit.
 #pragma once
 
 #include <vorn/base/Object.h>

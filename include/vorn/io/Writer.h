@@ -1,4 +1,4 @@
-// CWriter: the contract of every UTF-16 sink. Only the counted write of units is required; the
+// CWriter: the interface of every UTF-16 sink. Only the counted write of units is required; the
 // other forms reduce to it.
 #pragma once
 

@@ -8,10 +8,9 @@
 #include <cstdarg>
 
 #include <vorn/base/Export.h>
+#include <vorn/base/String.h>
 
 namespace vorn::base {
-
-class CString;
 
 class VORN_API CUnicodeString {
 public:

@@ -7,6 +7,10 @@
 #include <cstring>
 #include <new>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "platform/Format.h"
 #include "platform/Memory.h"
 #include "platform/TextConvert.h"
@@ -42,6 +46,23 @@ void GiveBlock(void* block, unsigned int capacity) {
 
 unsigned int Length(const unsigned short* s) {
     return s == nullptr ? 0 : static_cast<unsigned int>(ZK::ucslen(s));
+}
+
+// The first zero unit of a buffer's text, which has one at `length` at the latest. Appending
+// scans for it from the start; eight units at a time, the scan reads nothing past the length.
+unsigned short* EndOfText(unsigned short* text, unsigned int length) {
+    unsigned int i = 0;
+#if defined(__SSE2__)
+    const __m128i zero = _mm_setzero_si128();
+    for (; i + 8 <= length; i += 8) {
+        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi16(units, zero)) != 0)
+            break;
+    }
+#endif
+    while (text[i] != 0)
+        ++i;
+    return text + i;
 }
 
 bool IsEmptyText(const unsigned short* s) {
@@ -462,7 +483,7 @@ int CUnicodeString::ReverseFindIgnoreCase(const char* s, unsigned int start) con
 void CUnicodeString::Append(const unsigned short* s, unsigned int added) {
     const unsigned int length = GetLength();
     EnsureBufferCapacity(length + 1 + added);
-    unsigned short* end = m_pchData + ZK::ucslen(m_pchData);
+    unsigned short* end = EndOfText(m_pchData, length);
     std::memcpy(end, s, static_cast<std::size_t>(added) * kUnit);
     const unsigned int newLength = length + added;
     // Behind a stored 0 the length runs past the text; the units up to it are zeros.
@@ -511,7 +532,7 @@ CUnicodeString& CUnicodeString::operator+=(const char* s) {
     const int count = CHANSI2Unicode(s, -1, nullptr, 0, 0, nullptr);
     const unsigned int length = GetLength();
     EnsureBufferCapacity(length + static_cast<unsigned int>(count));
-    unsigned short* end = m_pchData + ZK::ucslen(m_pchData);
+    unsigned short* end = EndOfText(m_pchData, length);
     CHANSI2Unicode(s, -1, end, count, 0, nullptr);
     const unsigned int added = static_cast<unsigned int>(count) - 1;
     const unsigned int newLength = length + added;

@@ -4,8 +4,6 @@
 #include <vorn/io/DataInputStream.h>
 #include <vorn/io/IOException.h>
 
-#include <cstring>
-
 namespace vorn::io {
 
 using vorn::base::CUnicodeString;
@@ -155,8 +153,13 @@ CUnicodeString CDataInputStream::ReadText(unsigned int count) {
     if (count == 0xFFFFFFFFu)
         throw vorn::base::CMemoryException(kSource, __LINE__);
     char* bytes = buffer.GetBuffer(count + 1);
-    std::memset(bytes, 0, count + 1);
-    m_stream->Read(bytes, count);
+    const int read = m_stream->Read(bytes, count);
+    bytes[count] = '\0';
+    // A short read is cut off where it ends rather than the rest zeroed: a corrupt count then
+    // costs the allocation and no more.
+    const unsigned int arrived = read < 0 ? 0u : static_cast<unsigned int>(read);
+    if (arrived < count)
+        bytes[arrived] = '\0';
     CUnicodeString text;
     text.FromUTF8(bytes, -1);
     return text;

@@ -2,7 +2,6 @@
 // with java.io.DataOutputStream; "check FILE" reads them back with java.io.DataInputStream and
 // exits with 1, naming the first difference, when the file holds anything else.
 import java.io.*;
-import java.util.Arrays;
 
 public class DataStreamPeer {
     static final int[] INTS = {0, 1, -1, 16909060, Integer.MIN_VALUE, Integer.MAX_VALUE};
@@ -10,14 +9,7 @@ public class DataStreamPeer {
     static final boolean[] BOOLS = {true, false};
     static final String[] STRINGS = {"", "plain", "\u00e9t\u00e9", "\u20ac \u2713 \u4e2d\u6587",
                                      "\u0800\u07ff\u0080\u007f\ud7ff\ue000\ufffd",
-                                     repeat("\u20ac", 21845)};
-
-    static String repeat(String s, int n) {
-        StringBuilder b = new StringBuilder();
-        for (int i = 0; i < n; ++i)
-            b.append(s);
-        return b.toString();
-    }
+                                     "\u20ac".repeat(21845)};
 
     public static void main(String[] args) throws IOException {
         if (args[0].equals("write")) {
@@ -38,14 +30,9 @@ public class DataStreamPeer {
         }
     }
 
-    static String show(Object o) {
-        String s = String.valueOf(o);
-        return s.length() > 40 ? s.substring(0, 40) + "... (" + s.length() + " chars)" : s;
-    }
-
     static void expect(String what, Object expected, Object actual) {
         if (!expected.equals(actual)) {
-            System.err.println(what + ": expected " + show(expected) + ", read " + show(actual));
+            System.err.println(what + ": expected " + expected + ", read " + actual);
             System.exit(1);
         }
     }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <functional>
 
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
 #include <vorn/base/IllegalArgumentException.h>
@@ -60,20 +60,34 @@ std::string ParseMessage(const Char* pattern, const Char* options = nullptr) {
 }
 
 TEST(RegEx, ArgumentChecks) {
-    const auto a = W(u"a"), empty = W(u""), q = W(u"q");
-    const unsigned short* none = nullptr;
-    ExpectThrow<CIllegalArgumentException>([] { CRegEx(""); }, kSource, "Invalid pattern.");
-    ExpectThrow<CIllegalArgumentException>([] { CRegEx(static_cast<const char*>(nullptr)); },
-                                           kSource, "Invalid pattern.");
-    ExpectThrow<CIllegalArgumentException>([&] { CRegEx(empty.c_str(), a.c_str()); }, kSource,
-                                           "Invalid pattern.");
-    ExpectThrow<CIllegalArgumentException>([] { CRegEx("a", ""); }, kSource, "Invalid options.");
-    ExpectThrow<CIllegalArgumentException>([&] { CRegEx(a.c_str(), none); }, kSource,
-                                           "Invalid options.");
-    // Options the engine refuses read the same.
-    ExpectThrow<CIllegalArgumentException>([] { CRegEx("a", "q"); }, kSource, "Invalid options.");
-    ExpectThrow<CIllegalArgumentException>([&] { CRegEx(a.c_str(), q.c_str()); }, kSource,
-                                           "Invalid options.");
+    const auto wide = W(u"a"), q = W(u"q");
+    const unsigned short *a = wide.c_str(), *none = nullptr;
+    const char *pattern = "Invalid pattern.", *options = "Invalid options.",
+               *text = "Invalid match string.";
+    const CRegEx b("b");
+    const std::pair<const char*, std::function<void()>> checks[] = {
+        {pattern, [] { CRegEx(""); }},
+        {pattern, [] { CRegEx(static_cast<const char*>(nullptr)); }},
+        {pattern, [&] { CRegEx(W(u"").c_str(), a); }},
+        {options, [] { CRegEx("a", ""); }},
+        {options, [&] { CRegEx(a, none); }},
+        {options, [] { CRegEx("a", "q"); }}, // refused by the engine
+        {options, [&] { CRegEx(a, q.c_str()); }},
+        {text, [&] { b.Matches(static_cast<const char*>(nullptr)); }},
+        {text, [&] { b.Matches(none, 0, 1); }},
+        {kBadRange, [&] { b.Matches("abc", 1, 1); }},
+        {kBadRange, [&] { b.Matches("abc", 0, 4); }},
+        {kBadRange, [&] { b.Matches("abc", 2, 1); }},
+        {kBadRange, [&] { b.Matches("", 0, 0); }},
+        {kBadRange, [&] { b.Matches(a, 0, 2); }},
+        // Narrow text is matched as the UTF-16 that the engine makes of it, and a range is held
+        // to that length too: "é" is two bytes and one unit.
+        {kBadRange, [] { CRegEx(".").Matches("\xc3\xa9", 0, 2); }}};
+    for (const auto& [words, call] : checks)
+        ExpectThrow<CIllegalArgumentException>(call, kSource, words);
+    EXPECT_TRUE(b.Matches("abc", 0, 3));
+    EXPECT_FALSE(b.Matches("abc", 2, 3));
+    EXPECT_TRUE(CRegEx(".").Matches("\xc3\xa9", 0, 1));
     EXPECT_EQ(ParseMessage("(", "i"),
               "Invalid regular expression \"(\": a group without its closing parenthesis.");
 }
@@ -135,42 +149,13 @@ TEST(RegEx, MatchesAndGroups) {
                                                  "vorn/util/regex/RegExMatch");
     ExpectThrow<CArrayIndexOutOfBoundsException>([] { CRegExMatch().GetEndPosOfGroup(0); },
                                                  "vorn/util/regex/RegExMatch");
-}
 
-TEST(RegEx, TextAndRangeChecks) {
-    const CRegEx re("b");
-    CRegExMatch match;
-    const unsigned short* none = nullptr;
-    const char* words = "Invalid match string.";
-    ExpectThrow<CIllegalArgumentException>([&] { re.Matches(static_cast<const char*>(nullptr)); },
-                                           kSource, words);
-    ExpectThrow<CIllegalArgumentException>([&] { re.Matches(none, 0, 1, match); }, kSource, words);
-    EXPECT_TRUE(re.Matches("abc", 0, 3));
-    EXPECT_FALSE(re.Matches("abc", 2, 3));
-    for (auto [start, end] : {std::pair{1u, 1u}, {0u, 4u}, {2u, 1u}})
-        ExpectThrow<CIllegalArgumentException>([&] { re.Matches("abc", start, end, match); },
-                                               kSource, kBadRange);
-    ExpectThrow<CIllegalArgumentException>([&] { re.Matches("", 0, 0); }, kSource, kBadRange);
-    ExpectThrow<CIllegalArgumentException>([&] { re.Matches(W(u"ab").c_str(), 0, 3); }, kSource,
-                                           kBadRange);
-    // Narrow text is matched as the UTF-16 the engine makes of it, so a range is held to that
-    // length too: "é" is two bytes and one unit.
-    const CRegEx any(".");
-    EXPECT_TRUE(any.Matches("\xc3\xa9", 0, 1));
-    ExpectThrow<CIllegalArgumentException>([&] { any.Matches("\xc3\xa9", 0, 2); }, kSource,
-                                           kBadRange);
-}
-
-TEST(RegEx, CopiesShareTheCompiledPattern) {
+    // Copies share the compiled pattern and outlive their source.
     auto* source = new CRegEx("x+y");
-    CRegEx copy(*source);
-    CRegEx assigned("z");
+    CRegEx kept(*source), assigned("z");
     assigned = *source;
     delete source;
-    EXPECT_TRUE(copy.Matches("xxy"));
-    EXPECT_TRUE(assigned.Matches("xy"));
-    assigned = assigned;
-    EXPECT_FALSE(assigned.Matches("z"));
+    EXPECT_TRUE(kept.Matches("xxy") && assigned.Matches("xy") && !assigned.Matches("z"));
 }
 
 TEST(RegEx, MemoryFailures) {

@@ -104,7 +104,8 @@ TEST(BinaryData, AssignmentGivesUpTheBlockOfALongerTarget) {
     EXPECT_EQ(std::string(old, 6), "xycdef");
     const CBinaryData longer("longer", 6);
     target = longer;
-    target = target;
+    const CBinaryData& same = target;
+    target = same;
     EXPECT_EQ(Bytes(target), "longer");
     target = CBinaryData();
     EXPECT_EQ(target.GetData(), nullptr);
@@ -117,7 +118,8 @@ const std::pair<const char*, const char*> kBase64[] = {
     {"fooba", "Zm9vYmE="}, {"foobar", "Zm9vYmFy"}, {"Ma", "TWE="},  {"\xfb\xff", "+/8="}};
 
 TEST(BinaryData, TextFormsBothWays) {
-    for (const auto& [plain, text] : kBase64) {
+    for (const auto& vector : kBase64) {
+        const char *plain = vector.first, *text = vector.second;
         const auto length = static_cast<unsigned int>(std::strlen(plain));
         EXPECT_EQ(CBinaryData::ToBase64String(plain, length), text);
         EXPECT_EQ(CBinaryData::ToBase64UnicodeString(plain, length), text);
@@ -244,13 +246,13 @@ TEST(BinaryData, MemoryFailures) {
         {325, PARSING(ParseBinHexString, "AB")},
         {803, PARSING(ParseBinHexUnicodeString, wideHex)},
         {363, PARSING(ParseBinHexUnicodeString, ab.c_str(), 2)}};
-    for (const auto& [line, call] : failures)
+    for (const auto& failure : failures)
         ExpectThrowAt<vorn::base::CMemoryException>(
             [&] {
                 vorn::test::FailAllocation fail(1);
-                call();
+                failure.second();
             },
-            kSource, line);
+            kSource, failure.first);
     // The failed assignment released the old block first and holds nothing now.
     EXPECT_EQ(target.GetData(), nullptr);
     EXPECT_EQ(target.GetDataLength(), 0u);

@@ -19,8 +19,6 @@ public:
     CBinaryData(const CBinaryData& source);
     ~CBinaryData();
 
-    // A shorter source is copied into the present block first and then into a new one; the
-    // present block is given up, not released.
     CBinaryData& operator=(const CBinaryData& source);
     bool operator==(const CBinaryData& other) const;
     bool operator!=(const CBinaryData& other) const { return !(*this == other); }

@@ -42,10 +42,16 @@
 #include <vorn/util/EmptyStackException.h>
 #include <vorn/util/Enumeration.h>
 #include <vorn/util/HashFunctions.h>
+#include <vorn/util/Hashtable.h>
 #include <vorn/util/NoSuchElementException.h>
 #include <vorn/util/ObjectVector.h>
 #include <vorn/util/Queue.h>
 #include <vorn/util/Sort.h>
 #include <vorn/util/Stack.h>
+#include <vorn/util/StringHashtable.h>
+#include <vorn/util/StringMap.h>
+#include <vorn/util/StringSet.h>
 #include <vorn/util/Vector.h>
+#include <vorn/util/detail/HashChains.h>
 #include <vorn/util/detail/Storage.h>
+#include <vorn/util/detail/TextPairs.h>

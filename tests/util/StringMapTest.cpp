@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <vorn/base/ArrayIndexOutOfBoundsException.h>
+#include <vorn/base/IllegalArgumentException.h>
+#include <vorn/base/MemoryException.h>
+#include <vorn/util/NoSuchElementException.h>
+#include <vorn/util/StringMap.h>
+
+#include "support/AllocFailure.h"
+#include "support/Throws.h"
+
+namespace {
+
+using vorn::base::CArrayIndexOutOfBoundsException;
+using vorn::base::CIllegalArgumentException;
+using vorn::base::CMemoryException;
+using vorn::test::ExpectThrow;
+using vorn::test::FailAllocation;
+using vorn::util::CNoSuchElementException;
+using vorn::util::CStringMap;
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+Pairs Contents(const CStringMap& map) {
+    Pairs out;
+    auto keys = map.GetKeyIterator();
+    auto values = map.GetValueIterator();
+    while (keys.HasMoreElements())
+        out.emplace_back(static_cast<const char*>(keys.GetNextElement()),
+                         static_cast<const char*>(values.GetNextElement()));
+    EXPECT_FALSE(values.HasMoreElements());
+    return out;
+}
+
+CStringMap Numbers(int count) {
+    CStringMap map;
+    for (int i = 0; i < count; ++i)
+        map.Put(("k" + std::to_string(i)).c_str(), std::to_string(i).c_str());
+    return map;
+}
+
+TEST(StringMap, CapacityFollowsTheIncrement) {
+    CStringMap map = Numbers(10);
+    EXPECT_EQ(map.GetCapacity(), 10u);
+    map.Put("k10", "10");
+    EXPECT_EQ(map.GetCapacity(), 15u);
+    map.Remove("k0");
+    EXPECT_EQ(map.GetCapacity(), 10u);
+    map.RemoveAll();
+    EXPECT_EQ(map.GetCapacity(), 5u);
+    map.TrimToSize();
+    EXPECT_EQ(map.GetCapacity(), 0u);
+    map.Put("a", "b");
+    map.EnsureCapacity(7);
+    map.TrimToSize();
+    EXPECT_EQ(map.GetCapacity(), 1u);
+    CStringMap odd(true, 7, 0);
+    EXPECT_EQ(odd.GetIncrement(), 5u);
+    EXPECT_EQ(odd.GetCapacity(), 10u);
+}
+
+TEST(StringMap, KeysFollowTheCaseRuleValuesDoNot) {
+    CStringMap map(false);
+    map.Put("Key", "1");
+    map.Put("KEY", "2");
+    EXPECT_EQ(Contents(map), (Pairs{{"Key", "2"}}));
+    EXPECT_EQ(map.GetIndexOfKey("kEy"), 0);
+    EXPECT_FALSE(map.Contains("x"));
+    map.Put("v", "Value");
+    EXPECT_EQ(map.GetIndexOf("Value"), 1);
+    EXPECT_EQ(map.GetIndexOf("VALUE"), -1);
+    // A null value empties; a null or empty argument looks for an empty value.
+    EXPECT_FALSE(map.Contains(nullptr));
+    map.Put("key", nullptr);
+    EXPECT_TRUE(map.Get("KEY").IsEmpty());
+    EXPECT_EQ(map.GetIndexOf(""), 0);
+    map.Put("n", nullptr);
+    EXPECT_EQ(map.GetIndexOf(nullptr), 0);
+
+    CStringMap exact;
+    exact.Put("Key", "1");
+    EXPECT_FALSE(exact.ContainsKey("KEY"));
+    EXPECT_FALSE(exact.ContainsKey(nullptr));
+    exact.Get("Key") = "changed";
+    EXPECT_EQ(exact.GetAt(0), "changed");
+}
+
+TEST(StringMap, BadKeysAndIndexes) {
+    CStringMap map = Numbers(2);
+    for (const char* bad : {static_cast<const char*>(nullptr), ""}) {
+        ExpectThrow<CIllegalArgumentException>([&] { map.Put(bad, "v"); }, "vorn/util/StringMap",
+                                               "Invalid key.");
+        ExpectThrow<CIllegalArgumentException>([&] { map.Get(bad); }, "vorn/util/StringMap",
+                                               "Invalid key.");
+        ExpectThrow<CIllegalArgumentException>([&] { map.Remove(bad); }, "vorn/util/StringMap",
+                                               "Invalid key.");
+    }
+    ExpectThrow<CNoSuchElementException>([&] { map.Get("k2"); }, "vorn/util/StringMap");
+    ExpectThrow<CNoSuchElementException>([&] { map.Remove("k2"); }, "vorn/util/StringMap");
+    const CStringMap& constant = map;
+    ExpectThrow<CArrayIndexOutOfBoundsException>([&] { constant.GetAt(2); }, "vorn/util/StringMap");
+    ExpectThrow<CArrayIndexOutOfBoundsException>([&] { map.GetKeyAt(2); }, "vorn/util/StringMap");
+    auto keys = map.GetKeyIterator();
+    keys.GetNextElement();
+    keys.GetNextElement();
+    EXPECT_THROW(keys.GetNextElement(), CArrayIndexOutOfBoundsException);
+    keys.Reset();
+    EXPECT_EQ(keys.GetNextElement(), "k0");
+}
+
+TEST(StringMap, EqualityIsOneWay) {
+    CStringMap small = Numbers(2), large = Numbers(3);
+    EXPECT_TRUE(small == large);
+    EXPECT_FALSE(large == small);
+    large.Put("k1", "other");
+    EXPECT_TRUE(small != large);
+
+    // The case-sensitive map drives when only the other ignores case.
+    CStringMap loose(false), strict;
+    loose.Put("A", "1");
+    loose.Put("B", "2");
+    strict.Put("a", "1");
+    EXPECT_TRUE(strict == loose);
+    // Were `loose` driving, its "B" would be missing from `strict`.
+    EXPECT_TRUE(loose == strict);
+    CStringMap loose2(false);
+    loose2.Put("a", "1");
+    EXPECT_TRUE(loose2 == loose); // equal flags: this map drives
+    EXPECT_FALSE(loose == loose2);
+}
+
+TEST(StringMap, CopiesShareTextsAndFailuresChangeNothing) {
+    CStringMap map = Numbers(10);
+    const char* firstValue = map.GetAt(0);
+    CStringMap copy(map);
+    EXPECT_EQ(static_cast<const char*>(copy.GetAt(0)), firstValue);
+    EXPECT_EQ(copy.GetCapacity(), 10u);
+    CStringMap target(false, 0, 3);
+    target = map;
+    EXPECT_TRUE(target.IsKeyCaseSensitive());
+    EXPECT_EQ(target.GetCapacity(), 12u);
+
+    // The key array comes first; when the value array fails the key array goes back.
+    EXPECT_EQ(vorn::test::CountAllocations([&] { copy.EnsureCapacity(20); }), 2u);
+    for (unsigned long n = 1; n <= 2; ++n) {
+        FailAllocation fail(n);
+        ExpectThrow<CMemoryException>([&] { map.Put("new", "v"); }, "vorn/util/StringMap");
+        EXPECT_EQ(map.GetCapacity(), 10u);
+        EXPECT_EQ(Contents(map), Contents(copy));
+    }
+    CStringMap empty(true, 0);
+    {
+        FailAllocation fail(1);
+        EXPECT_THROW(empty = map, CMemoryException);
+    }
+    EXPECT_TRUE(empty.IsEmpty());
+    map.Put("k10", "10");
+    {
+        FailAllocation fail(1);
+        EXPECT_THROW(map.Remove("k10"), CMemoryException);
+    }
+    EXPECT_EQ(map.GetSize(), 10u); // removed, though the arrays couldn't shrink
+    EXPECT_EQ(map.GetCapacity(), 15u);
+}
+
+// Long random runs against an insertion-ordered model, in both key rules.
+TEST(StringMap, BehavesLikeAnOrderedModel) {
+    std::mt19937 random(7);
+    for (bool caseSensitive : {true, false}) {
+        auto same = [&](const std::string& a, const std::string& b) {
+            if (caseSensitive)
+                return a == b;
+            return a.size() == b.size() &&
+                   std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+                       return std::tolower(static_cast<unsigned char>(x)) ==
+                              std::tolower(static_cast<unsigned char>(y));
+                   });
+        };
+        CStringMap map(caseSensitive, 0, random() % 4);
+        Pairs model;
+        for (int step = 0; step < 4000; ++step) {
+            std::string key(1 + random() % 2, 'a');
+            for (char& c : key)
+                c = "aAbBcCdD"[random() % 8];
+            const std::string value = std::to_string(random() % 5);
+            auto at = std::find_if(model.begin(), model.end(),
+                                   [&](const auto& p) { return same(p.first, key); });
+            switch (random() % 3) {
+            case 0:
+                map.Put(key.c_str(), value.c_str());
+                if (at == model.end())
+                    model.emplace_back(key, value);
+                else
+                    at->second = value;
+                break;
+            case 1:
+                if (at == model.end()) {
+                    EXPECT_THROW(map.Remove(key.c_str()), CNoSuchElementException);
+                } else {
+                    map.Remove(key.c_str());
+                    model.erase(at);
+                }
+                break;
+            default:
+                ASSERT_EQ(map.GetIndexOfKey(key.c_str()),
+                          at == model.end() ? -1 : static_cast<int>(at - model.begin()));
+                if (at != model.end()) {
+                    ASSERT_EQ(map.Get(key.c_str()), at->second.c_str());
+                }
+            }
+            ASSERT_EQ(map.GetSize(), model.size());
+            if (map.GetCapacity() == 0)
+                continue; // nothing put yet
+            const unsigned int floor = map.GetIncrement();
+            const unsigned int rounded = (map.GetSize() + floor - 1) / floor * floor;
+            ASSERT_EQ(map.GetCapacity(), std::max(floor, rounded));
+        }
+        EXPECT_EQ(Contents(map), model);
+    }
+}
+
+} // namespace

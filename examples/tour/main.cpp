@@ -175,6 +175,62 @@ void Locks() {
     }
 }
 
+void HashTablesAndMaps() {
+    Section("Hash tables and maps");
+    vorn::util::CStringSet fruit;
+    for (const char* name : {"apple", "pear", "plum", "apple"})
+        fruit.Put(name);
+    std::printf("set of 4 puts (one twice): size %u, %u buckets\n", fruit.GetSize(),
+                fruit.GetCapacity());
+    vorn::util::CStringSet stone;
+    stone.Put("plum");
+    stone.Put("cherry");
+    vorn::util::CStringSet both = fruit;
+    both *= stone;
+    vorn::util::CStringSet all = fruit;
+    all += stone;
+    std::printf("intersection:");
+    for (auto e = both.GetElements(); e->HasMoreElements();)
+        std::printf(" %s", static_cast<const char*>(e->GetNextElement()));
+    std::printf("; union has %u; intersection is a subset: %s\n", all.GetSize(),
+                both.IsSubSetOf(fruit) ? "yes" : "no");
+    try {
+        fruit.Contains("");
+    } catch (const CIllegalArgumentException& e) {
+        std::printf("Contains(\"\") -> \"%s\"\n", e.GetErrorDescription());
+    }
+
+    vorn::util::CStringSet grown(0, 0.75f);
+    std::printf("CStringSet(0, 0.75) starts with %u buckets", grown.GetCapacity());
+    for (int i = 0; i < 9; ++i) {
+        CString name;
+        name.Format("item%d", i);
+        grown.Put(name);
+    }
+    std::printf(", and the ninth put grows it to %u\n", grown.GetCapacity());
+
+    vorn::util::CStringMap headers(false);
+    headers.Put("Content-Type", "text/xml");
+    headers.Put("Host", "example.org");
+    headers.Put("CONTENT-TYPE", "application/xml");
+    std::printf("map ignoring case, %u entries in insertion order:", headers.GetSize());
+    auto keys = headers.GetKeyIterator();
+    auto values = headers.GetValueIterator();
+    while (keys.HasMoreElements()) {
+        const char* key = keys.GetNextElement();
+        std::printf(" %s=%s", key, static_cast<const char*>(values.GetNextElement()));
+    }
+    vorn::util::CStringMap host;
+    host.Put("host", "example.org");
+    vorn::util::CStringMap other(false);
+    other.Put("host", "example.org");
+    // Equality is one-way: only the driving map's keys are sought, sizes don't count.
+    std::printf("\n{host} == headers: %s; headers == {host}: %s (the case-sensitive map drives); "
+                "headers == {host} ignoring case: %s\n",
+                host == headers ? "true" : "false", headers == host ? "true" : "false",
+                headers == other ? "true" : "false");
+}
+
 } // namespace
 
 int main() {
@@ -185,6 +241,7 @@ int main() {
     Collections();
     Strings();
     Locks();
+    HashTablesAndMaps();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -154,6 +154,73 @@ void Strings() {
                 CString() == "" ? "true" : "false", CString() == CString("") ? "true" : "false");
 }
 
+void UnicodeStrings() {
+    Section("Unicode strings");
+    const char* utf8 = "Stra\xc3\x9f"
+                       "e \xe2\x86\x92 \xf0\x9f\x9a\xb2";
+    CUnicodeString text;
+    text.FromUTF8(utf8, -1);
+    std::printf("FromUTF8(\"%s\") -> %u UTF-16 units:", utf8, text.GetLength());
+    for (unsigned int i = 0; i < text.GetLength(); ++i)
+        std::printf(" %04X", text[i]);
+    std::printf("\n");
+    CUnicodeString upper(text);
+    upper.MakeUpper();
+    std::printf("MakeUpper on a copy -> \"%s\" (unit by unit: \xc3\x9f has no one-unit capital)\n",
+                static_cast<const char*>(upper.ToUTF8()));
+    std::printf("ToUTF8(nullptr, -1) -> %d bytes needed; ToUTF8() -> \"%s\" (the pair of the "
+                "bicycle becomes one '?')\n",
+                text.ToUTF8(nullptr, -1), static_cast<const char*>(text.ToUTF8()));
+    CUnicodeString trimmed("xaxx");
+    trimmed.TrimRight('x');
+    std::printf("\"xaxx\".TrimRight('x') -> \"%s\" (the narrow class strips the left end)\n",
+                static_cast<const char*>(trimmed.ToUTF8()));
+    std::printf("CUnicodeString() == \"\" -> %s, Compare(\"\") -> %d\n",
+                CUnicodeString() == "" ? "true" : "false", CUnicodeString().Compare(""));
+    vorn::base::CStringBuffer builder(16);
+    for (int i = 0; i < 5; ++i) {
+        builder += "item ";
+        builder += static_cast<char>('1' + i);
+        builder += ' ';
+    }
+    builder += text;
+    std::printf("CStringBuffer built \"%s\" (its conversion keeps the pair whole), %u bytes in a "
+                "block of %u\n",
+                static_cast<const char*>(builder), builder.GetSize(), builder.GetCapacity());
+}
+
+// A client class that the registry can create from its name.
+class CGreeter : public CObject {
+    VORN_DECLARE_CLASS(CGreeter)
+
+public:
+    const char* Greeting() const { return "hello from a class made by name"; }
+};
+VORN_DEFINE_CLASS(CGreeter, "tour::CGreeter", "vorn::base::CObject", nullptr, nullptr,
+                  VORN_CLASS_FACTORY(CGreeter))
+
+void CreationByName() {
+    Section("Creation by name");
+    IClassManager& manager = CClassManager::GetInstance();
+    CObject* object = manager.CreateInstanceByName("tour::CGreeter");
+    std::printf("CreateInstanceByName(\"tour::CGreeter\") -> a %s: \"%s\"\n",
+                object->GetClass()->GetQualifiedName(), static_cast<CGreeter*>(object)->Greeting());
+    delete object;
+    try {
+        manager.CreateInstanceByName("CGreeter");
+    } catch (const CClassNotFoundException& e) {
+        std::printf("CreateInstanceByName(\"CGreeter\") -> %s \"%s\" for \"%s\"\n",
+                    e.GetClass()->GetName(), e.GetErrorDescription(),
+                    static_cast<const char*>(e.GetClassName()));
+    }
+    try {
+        CException::m_classCException.CreateNewInstance();
+    } catch (const CInstantiationException& e) {
+        std::printf("a library class has no factory -> %s \"%s\"\n", e.GetClass()->GetName(),
+                    e.GetErrorDescription());
+    }
+}
+
 void Locks() {
     Section("Locks");
     CLock lock;
@@ -240,6 +307,8 @@ int main() {
     Exceptions();
     Collections();
     Strings();
+    UnicodeStrings();
+    CreationByName();
     Locks();
     HashTablesAndMaps();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());

@@ -28,6 +28,26 @@ class CNoColon : public CObject {
 };
 VORN_DEFINE_CLASS_BASE(CNoColon, "NoColon", "test::LateBase")
 
+// A client class that can be created by name.
+class CTestWidget : public CObject {
+    VORN_DECLARE_CLASS(CTestWidget)
+
+public:
+    CTestWidget() : m_size(7) { ++s_made; }
+    int m_size;
+    static int s_made;
+};
+int CTestWidget::s_made = 0;
+VORN_DEFINE_CLASS(CTestWidget, "test::CTestWidget", "vorn::base::CObject", nullptr, nullptr,
+                  VORN_CLASS_FACTORY(CTestWidget))
+
+// A factory that reports no object.
+class CTestBroken : public CObject {
+    VORN_DECLARE_CLASS(CTestBroken)
+};
+VORN_DEFINE_CLASS(CTestBroken, "test::CTestBroken", "vorn::base::CObject", nullptr, nullptr,
+                  +[]() -> CObject* { return nullptr; })
+
 } // namespace classtest
 
 namespace {
@@ -119,6 +139,72 @@ TEST(ClassRecords, BaseResolvesOnceItRegisters) {
     }
 }
 
+TEST(CreationByName, MakesAClientObjectThroughItsFactory) {
+    IClassManager& manager = CClassManager::GetInstance();
+    const int before = CTestWidget::s_made;
+    CObject* object = manager.CreateInstanceByName("test::CTestWidget");
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->GetClass(), &CTestWidget::m_classCTestWidget);
+    EXPECT_EQ(static_cast<CTestWidget*>(object)->m_size, 7);
+    delete object;
+    object = manager.CreateInstanceOf(&CTestWidget::m_classCTestWidget);
+    ASSERT_NE(object, nullptr);
+    delete object;
+    delete CTestWidget::m_classCTestWidget.CreateNewInstance();
+    EXPECT_EQ(CTestWidget::s_made, before + 3);
+    EXPECT_EQ(manager.CreateInstanceOf(nullptr), nullptr);
+
+    // The factory's own allocation failure is that of the class operators.
+    try {
+        vorn::test::FailAllocation fail(1);
+        manager.CreateInstanceByName("test::CTestWidget");
+        ADD_FAILURE() << "no exception";
+    } catch (const CMemoryException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), "vorn/base/Base");
+        EXPECT_EQ(e.GetSourceLine(), 148u);
+    }
+    EXPECT_EQ(CTestWidget::s_made, before + 3);
+}
+
+TEST(CreationByName, Failures) {
+    IClassManager& manager = CClassManager::GetInstance();
+    // Library classes have no factory.
+    try {
+        manager.CreateInstanceOf(&CException::m_classCException);
+        ADD_FAILURE() << "no exception";
+    } catch (const CInstantiationException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), "vorn/base/Class");
+        EXPECT_EQ(e.GetSourceLine(), 221u);
+        EXPECT_STREQ(e.GetErrorDescription(),
+                     "Attempt to instantiate an interface or an abstract class.");
+        EXPECT_EQ(e.GetMessage(), nullptr);
+        EXPECT_TRUE(e.GetClassName() == "vorn::base::CException");
+    }
+    try {
+        CTestBroken::m_classCTestBroken.CreateNewInstance();
+        ADD_FAILURE() << "no exception";
+    } catch (const CMemoryException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), "vorn/base/Class");
+        EXPECT_EQ(e.GetSourceLine(), 216u);
+    }
+    // Names are compared in full.
+    const char* const names[] = {"CObject", "test::CTestWidgetX", "", nullptr};
+    for (const char* name : names) {
+        SCOPED_TRACE(name == nullptr ? "null" : name);
+        try {
+            manager.CreateInstanceByName(name);
+            ADD_FAILURE() << "no exception";
+        } catch (const CClassNotFoundException& e) {
+            EXPECT_STREQ(e.GetSourceFile(), "vorn/base/ClassManager");
+            EXPECT_EQ(e.GetSourceLine(), 183u);
+            EXPECT_STREQ(e.GetErrorDescription(), "The specified class is not found.");
+            EXPECT_EQ(e.GetMessage(), nullptr);
+            EXPECT_STREQ(e.GetClassName(), name == nullptr ? "" : name);
+            EXPECT_EQ(e.GetClassName().IsEmpty(), name == nullptr || *name == '\0');
+        }
+    }
+}
+
 TEST(Objects, Defaults) {
     CObject a;
     CObject b;
@@ -175,6 +261,10 @@ const Record kRecords[] = {
     {"vorn::util::CEmptyQueueException", "vorn::base::CException"},
     {"vorn::util::CEmptyStackException", "vorn::base::CException"},
     {"vorn::util::CNoSuchElementException", "vorn::base::CMemoryException"},
+    {"vorn::base::CClassNotFoundException", "vorn::base::CException"},
+    {"vorn::base::CInstantiationException", "vorn::base::CException"},
+    {"vorn::io::CUnsupportedEncodingException", "vorn::io::CIOException"},
+    {"vorn::net::CUnknownHostException", "vorn::io::CIOException"},
 };
 
 TEST(ClassTable, EveryRecordNamesItsFirstBaseOnly) {

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <string>
 
 #include <vorn/vorn.h>
 
@@ -117,6 +118,55 @@ TEST(Exception, UnknownCharacterIsFixed) {
     EXPECT_EQ(e.GetMessage(), nullptr);
     EXPECT_EQ(e.GetSourceLine(), 9u);
     EXPECT_TRUE(e.IsInstanceOf(&vorn::io::CCharConversionException::m_classCCharConversionException));
+}
+
+TEST(NamedException, NamesAreKeptInStrings) {
+    char name[] = "app::CMissing";
+    CClassNotFoundException missing("f", 1, "d", "m", name);
+    name[0] = 'X';
+    CClassNotFoundException copy(missing), assigned("g", 2, nullptr, nullptr, nullptr);
+    EXPECT_TRUE(assigned.GetClassName().IsEmpty());
+    assigned = missing;
+    for (const CClassNotFoundException* e : {&missing, &copy, &assigned}) {
+        EXPECT_STREQ(e->GetClassName(), "app::CMissing");
+        EXPECT_STREQ(e->GetMessage(), "m");
+        EXPECT_EQ(e->GetSourceLine(), 1u);
+    }
+    // The name goes in only when it isn't empty: "" leaves no buffer behind.
+    EXPECT_TRUE(CInstantiationException("f", 3, nullptr, nullptr, "").GetClassName() ==
+                static_cast<const char*>(nullptr));
+    CInstantiationException abstract("f", 3, "d", nullptr, "app::CShape");
+    EXPECT_STREQ(CInstantiationException(abstract).GetClassName(), "app::CShape");
+
+    vorn::io::CUnsupportedEncodingException encoding("f", 4, "UTF-7"), other("f", 5, nullptr);
+    EXPECT_TRUE(other.GetEncoding().IsEmpty());
+    EXPECT_EQ(encoding.GetErrorDescription(), nullptr);
+    other = encoding;
+    EXPECT_STREQ(other.GetEncoding(), "UTF-7");
+
+    vorn::net::CUnknownHostException host("f", 6, "nowhere.invalid");
+    EXPECT_STREQ(host.GetErrorDescription(), "Unknown host name.");
+    EXPECT_EQ(host.GetMessage(), nullptr);
+    for (const char* none : {"", static_cast<const char*>(nullptr)}) {
+        vorn::net::CUnknownHostException empty("f", 7, none);
+        ASSERT_NE(empty.GetHostName(), nullptr);
+        EXPECT_STREQ(empty.GetHostName(), "");
+        empty = host;
+        EXPECT_STREQ(empty.GetHostName(), "nowhere.invalid");
+    }
+}
+
+TEST(NamedException, NoMemoryForTheNameFailsTheConstruction) {
+    // A name too long for the pools, with no memory for it, gives the string's own failure.
+    std::string longName(3000, 'n');
+    try {
+        vorn::test::FailAllocation fail(1);
+        throw CClassNotFoundException("f", 9, nullptr, nullptr, longName.c_str());
+    } catch (const CClassNotFoundException&) {
+        ADD_FAILURE() << "constructed without memory";
+    } catch (const CMemoryException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), "vorn/base/String");
+    }
 }
 
 } // namespace

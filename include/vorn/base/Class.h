@@ -32,6 +32,10 @@ public:
 
     bool IsInstanceOf(const CClass* cls) const;
 
+    // A new object from the factory, owned by the caller. Throws CInstantiationException for a
+    // record without a factory, and CMemoryException when the factory gives null.
+    CObject* CreateNewInstance() const;
+
     // The record registered under the full qualified name (case-sensitive), or null.
     static const CClass* FindClass(const char* name);
 

@@ -14,6 +14,10 @@ public:
     virtual void RegisterClass(CClass* cls) = 0;
     virtual void UnregisterClass(CClass* cls) = 0;
     virtual const CClass* FindClassByName(const char* name) = 0;
+    // Throws CClassNotFoundException for a name without a record.
+    virtual CObject* CreateInstanceByName(const char* name) = 0;
+    // Null for a null `cls`.
+    virtual CObject* CreateInstanceOf(const CClass* cls) = 0;
 };
 
 class VORN_API CClassManager : public IClassManager {
@@ -24,6 +28,8 @@ public:
     void RegisterClass(CClass* cls) override;
     void UnregisterClass(CClass* cls) override;
     const CClass* FindClassByName(const char* name) override;
+    CObject* CreateInstanceByName(const char* name) override;
+    CObject* CreateInstanceOf(const CClass* cls) override;
 
     unsigned int GetClassCount() const { return m_classCount; }
     // 1 while the name hash is in use; the first registration ends it.

@@ -122,6 +122,9 @@ public:
     void FormatV(const char* format, va_list arguments);
 
 private:
+    // Its UTF-8 output is written straight into a CString's buffer.
+    friend class CUnicodeString;
+
     struct CStringData {
         unsigned int capacity;   // bytes of room, terminator included
         unsigned int length;     // bytes of text

@@ -1,5 +1,7 @@
 #include <vorn/base/Class.h>
 #include <vorn/base/ClassManager.h>
+#include <vorn/base/InstantiationException.h>
+#include <vorn/base/MemoryException.h>
 
 #include <cstring>
 
@@ -68,6 +70,17 @@ bool CClass::IsInstanceOf(const CClass* cls) const {
         return true;
     base = GetBaseClass3();
     return base != nullptr && base->IsInstanceOf(cls);
+}
+
+CObject* CClass::CreateNewInstance() const {
+    if (m_constructor == nullptr)
+        throw CInstantiationException("vorn/base/Class", 221,
+                                      "Attempt to instantiate an interface or an abstract class.",
+                                      nullptr, m_name);
+    CObject* object = m_constructor();
+    if (object == nullptr)
+        throw CMemoryException("vorn/base/Class", 216);
+    return object;
 }
 
 const CClass* CClass::FindClass(const char* name) {

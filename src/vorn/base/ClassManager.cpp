@@ -1,5 +1,6 @@
 #include <vorn/base/Class.h>
 #include <vorn/base/ClassManager.h>
+#include <vorn/base/ClassNotFoundException.h>
 #include <vorn/base/MemoryException.h>
 #include <vorn/util/HashFunctions.h>
 
@@ -197,6 +198,18 @@ const CClass* CClassManager::FindClassByName(const char* name) {
         if (CHCompareTexts(cls->m_name, -1, name, -1, 1, 0) == 0)
             return cls;
     return nullptr;
+}
+
+CObject* CClassManager::CreateInstanceByName(const char* name) {
+    const CClass* cls = FindClassByName(name);
+    if (cls == nullptr)
+        throw CClassNotFoundException("vorn/base/ClassManager", 183,
+                                      "The specified class is not found.", nullptr, name);
+    return cls->CreateNewInstance();
+}
+
+CObject* CClassManager::CreateInstanceOf(const CClass* cls) {
+    return cls == nullptr ? nullptr : cls->CreateNewInstance();
 }
 
 } // namespace vorn::base

@@ -1,0 +1,147 @@
+// The UTF-8 conversions of CUnicodeString. Both keep their own rules rather than the platform's
+// converters: decoding stops at the first flaw, and encoding writes a surrogate pair as '?'.
+#include <vorn/base/NullReferenceException.h>
+#include <vorn/base/String.h>
+#include <vorn/base/UnicodeString.h>
+
+#include <cstring>
+
+namespace vorn::base {
+
+namespace {
+
+bool IsContinuation(unsigned char b) {
+    return (b & 0xC0) == 0x80;
+}
+
+bool IsHighSurrogate(unsigned short u) {
+    return u >= 0xD800 && u <= 0xDBFF;
+}
+
+// Decodes `bytes` of `text` into `target`, or only counts with a null target; returns the units.
+// Every read is checked against `bytes` first.
+unsigned int DecodeUTF8(const unsigned char* text, long long bytes, unsigned short* target) {
+    unsigned int units = 0;
+    auto put = [&](unsigned int unit) {
+        if (target != nullptr)
+            target[units] = static_cast<unsigned short>(unit);
+        ++units;
+    };
+    for (long long i = 0; i < bytes;) {
+        const unsigned int b = text[i];
+        if (b < 0x80) {
+            put(b);
+            i += 1;
+        } else if ((b & 0xE0) == 0xC0) {
+            if (i + 1 >= bytes || !IsContinuation(text[i + 1]))
+                break;
+            put(((b & 0x1F) << 6) | (text[i + 1] & 0x3F));
+            i += 2;
+        } else if ((b & 0xF0) == 0xE0) {
+            if (i + 2 >= bytes || !IsContinuation(text[i + 1]) || !IsContinuation(text[i + 2]))
+                break;
+            put(((b & 0x0F) << 12) | ((text[i + 1] & 0x3F) << 6) | (text[i + 2] & 0x3F));
+            i += 3;
+        } else if ((b & 0xF8) == 0xF0) {
+            if (i + 3 >= bytes || !IsContinuation(text[i + 1]) || !IsContinuation(text[i + 2]) ||
+                !IsContinuation(text[i + 3]))
+                break;
+            const int v = static_cast<int>(((b & 0x07) << 18) | ((text[i + 1] & 0x3F) << 12) |
+                                           ((text[i + 2] & 0x3F) << 6) | (text[i + 3] & 0x3F));
+            // Overlong forms aren't refused: below 0x10000 the division truncates towards 0.
+            const int w = v - 0x10000;
+            put(static_cast<unsigned int>(0xD800 + w / 1024));
+            put(static_cast<unsigned int>(0xDC00 + w % 1024));
+            i += 4;
+        } else {
+            break;
+        }
+    }
+    return units;
+}
+
+} // namespace
+
+void CUnicodeString::FromUTF8(const char* text, int length) {
+    // Reading through a null text is what the platform would stop with a null reference.
+    if (text == nullptr)
+        throw CNullReferenceException("vorn/base/UnicodeString", __LINE__);
+    const long long bytes = length == -1 ? static_cast<long long>(std::strlen(text)) : length;
+    const auto* source = reinterpret_cast<const unsigned char*>(text);
+    const unsigned int units = DecodeUTF8(source, bytes, nullptr);
+    AllocBuffer(units + 1);
+    DecodeUTF8(source, bytes, m_pchData);
+    m_pchData[units] = 0;
+    GetData()->length = units;
+}
+
+int CUnicodeString::ToUTF8(char* target, int size) const {
+    const unsigned int length = GetLength();
+    if (length == 0)
+        return 0;
+    const unsigned short* text = m_pchData;
+    unsigned int count = 0;
+    for (unsigned int i = 0; i < length;) {
+        const unsigned short c = text[i];
+        if (c < 0x80) {
+            count += 1;
+        } else if (c < 0x800) {
+            count += 2;
+        } else if (IsHighSurrogate(c)) {
+            count += 1;
+            if (i + 1 < length)
+                ++i;
+        } else {
+            count += 3;
+        }
+        ++i;
+    }
+    if (size == -1)
+        return static_cast<int>(count + 1);
+    // No target is no room.
+    if (size < 0 || static_cast<unsigned int>(size) < count + 1 || target == nullptr)
+        return -1;
+
+    unsigned int at = 0;
+    for (unsigned int i = 0; i < length; ++i) {
+        const unsigned short c = text[i];
+        if (c < 0x80) {
+            target[at++] = static_cast<char>(c);
+        } else if (c < 0x800) {
+            target[at++] = static_cast<char>(0xC0 | (c >> 6));
+            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
+        } else if (IsHighSurrogate(c)) {
+            target[at++] = '?';
+            if (i + 1 < length) {
+                ++i;
+            } else if (at < static_cast<unsigned int>(size) - 1) {
+                // The second '?' of a high surrogate that ends the text was never counted: it is
+                // written only where the terminator still fits behind it.
+                target[at++] = '?';
+            }
+        } else {
+            target[at++] = static_cast<char>(0xE0 | (c >> 12));
+            target[at++] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    target[at] = '\0';
+    return static_cast<int>(count);
+}
+
+CString CUnicodeString::ToUTF8() const {
+    if (m_pchData == nullptr)
+        return CString();
+    if (GetLength() == 0)
+        return CString("");
+    const int size = ToUTF8(nullptr, -1);
+    // A high surrogate at the end writes one byte more than it counts: the buffer holds it.
+    const int room = IsHighSurrogate(m_pchData[GetLength() - 1]) ? size + 1 : size;
+    CString result;
+    result.AllocBuffer(static_cast<unsigned int>(room));
+    ToUTF8(result.m_pchData, room);
+    result.GetData()->length = static_cast<unsigned int>(std::strlen(result.m_pchData));
+    return result;
+}
+
+} // namespace vorn::base

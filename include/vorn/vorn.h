@@ -58,6 +58,7 @@
 #include <vorn/util/StringHashtable.h>
 #include <vorn/util/StringMap.h>
 #include <vorn/util/StringSet.h>
+#include <vorn/util/UnicodeStringMap.h>
 #include <vorn/util/Vector.h>
 #include <vorn/util/detail/HashChains.h>
 #include <vorn/util/detail/Storage.h>

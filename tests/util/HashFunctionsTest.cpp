@@ -3,7 +3,10 @@
 #include <cstring>
 
 #include <vorn/base/String.h>
+#include <vorn/base/UnicodeString.h>
 #include <vorn/util/HashFunctions.h>
+
+#include "support/Utf16.h"
 
 namespace {
 
@@ -58,6 +61,21 @@ TEST(StringHash, CStringAgreesOnEqualTextAroundTheSamplingLimit) {
     // The stored length counts, and the unwritten bytes behind the text count as 0.
     EXPECT_EQ(static_cast<unsigned int>(GetCStringHashCode(CString("abcdef", 3))),
               ((97u * 37 + 98) * 37 + 99) * 37 * 37 * 37);
+}
+
+TEST(StringHash, UnicodeStringUsesUnitsAsUnsigned) {
+    using vorn::base::CUnicodeString;
+    using vorn::util::GetCUnicodeStringHashCode;
+    for (const char* text : {"abcdefghijklmno", "abcdefghijklmnop", "abcdefghijklmnopq"})
+        EXPECT_EQ(GetCUnicodeStringHashCode(CUnicodeString(text)),
+                  vorn::util::GetStringHashCode(text));
+    EXPECT_EQ(GetCUnicodeStringHashCode(CUnicodeString()), 0);
+    EXPECT_EQ(GetCUnicodeStringHashCode(CUnicodeString(vorn::test::W(u"").c_str())), 0);
+    EXPECT_EQ(
+        static_cast<unsigned int>(GetCUnicodeStringHashCode(CUnicodeString(vorn::test::W(u"\xFFFF"
+                                                                                         u"a")
+                                                                               .c_str()))),
+        0xFFFFu * 37 + 'a');
 }
 
 TEST(StringHash, NumbersHashToThemselves) {

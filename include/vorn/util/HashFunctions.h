@@ -5,7 +5,8 @@
 
 namespace vorn::base {
 class CString;
-}
+class CUnicodeString;
+} // namespace vorn::base
 
 namespace vorn::util {
 
@@ -13,6 +14,8 @@ namespace vorn::util {
 VORN_API int GetStringHashCode(const char* text);
 // The same rule over the stored length.
 VORN_API int GetCStringHashCode(const vorn::base::CString& text);
+// The same rule over the stored length, units taken from 0 to 65535.
+VORN_API int GetCUnicodeStringHashCode(const vorn::base::CUnicodeString& text);
 // The value itself.
 VORN_API int GetLongHashCode(const int& value);
 VORN_API int GetUnsignedLongHashCode(const unsigned int& value);

@@ -1,4 +1,5 @@
 #include <vorn/base/String.h>
+#include <vorn/base/UnicodeString.h>
 #include <vorn/util/HashFunctions.h>
 
 #include <cstring>
@@ -41,6 +42,11 @@ int GetCStringHashCode(const vorn::base::CString& text) {
     return HashRule(length, [bytes, written](unsigned int i) -> unsigned int {
         return i < written ? bytes[i] : 0u;
     });
+}
+
+int GetCUnicodeStringHashCode(const vorn::base::CUnicodeString& text) {
+    const unsigned short* units = text;
+    return HashRule(text.GetLength(), [units](unsigned int i) -> unsigned int { return units[i]; });
 }
 
 int GetLongHashCode(const int& value) {

@@ -40,6 +40,9 @@
 #include <vorn/io/InterruptedIOException.h>
 #include <vorn/io/UnknownCharacterException.h>
 #include <vorn/io/UnsupportedEncodingException.h>
+#include <vorn/io/WCharToCharConverter.h>
+#include <vorn/io/WCharToCharConverterFactory.h>
+#include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>

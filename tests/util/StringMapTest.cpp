@@ -109,8 +109,6 @@ TEST(StringMap, BadKeysAndIndexes) {
     ExpectThrow<CArrayIndexOutOfBoundsException>([&] { map.GetKeyAt(2); }, "vorn/util/StringMap");
     auto keys = map.GetKeyIterator();
     keys.GetNextElement();
-    keys.GetNextElement();
-    EXPECT_THROW(keys.GetNextElement(), CArrayIndexOutOfBoundsException);
     keys.Reset();
     EXPECT_EQ(keys.GetNextElement(), "k0");
 }
@@ -127,13 +125,12 @@ TEST(StringMap, EqualityIsOneWay) {
     loose.Put("A", "1");
     loose.Put("B", "2");
     strict.Put("a", "1");
-    EXPECT_TRUE(strict == loose);
-    // Were `loose` driving, its "B" would be missing from `strict`.
-    EXPECT_TRUE(loose == strict);
-    CStringMap loose2(false);
-    loose2.Put("a", "1");
-    EXPECT_TRUE(loose2 == loose); // equal flags: this map drives
-    EXPECT_FALSE(loose == loose2);
+    // Were `loose` driving either way, its "B" would be missing from `strict`.
+    EXPECT_TRUE(strict == loose && loose == strict);
+    strict = CStringMap(false);
+    strict.Put("a", "1");
+    EXPECT_TRUE(strict == loose); // equal flags: this map drives
+    EXPECT_FALSE(loose == strict);
 }
 
 TEST(StringMap, CopiesShareTextsAndFailuresChangeNothing) {

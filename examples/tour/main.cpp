@@ -298,6 +298,42 @@ void HashTablesAndMaps() {
                 headers == other ? "true" : "false");
 }
 
+void Streams() {
+    Section("Streams");
+    vorn::io::CMemoryOutputStream bytes(0, 16);
+    vorn::io::CPrintStream print(&bytes, false);
+    print.Print("n=");
+    print.Print(-42);
+    print.Print(" x=");
+    print.Print(0.25);
+    print.Print(' ');
+    print.Println(true);
+    bytes.Write('\xFF');
+    print.Close(); // closes the memory stream too; its bytes stay
+    std::printf("printed %u bytes:", bytes.GetBufferSize());
+    for (unsigned int i = 0; i < bytes.GetBufferSize(); ++i)
+        std::printf(" %02X", static_cast<unsigned char>(bytes.GetBuffer()[i]));
+    std::printf("\n");
+
+    vorn::io::CMemoryInputStream in(bytes.GetBuffer(), bytes.GetBufferSize(), false);
+    char head[3] = {};
+    in.Read(head, 2);
+    int skipped = in.Skip(16);
+    std::printf("read \"%s\", skipped %d, %u left\n", head, skipped, in.GetAvailable());
+    int last = in.Read();
+    int end = in.Read();
+    std::printf("then Read() gives %d (0xFF, sign-extended) and %d (EOS)\n", last, end);
+
+    in.Close();
+    try {
+        in.Read();
+    } catch (const CException& e) {
+        std::printf("reading a closed stream: printed to CSystem::debugOut (standard error):\n");
+        std::fflush(stdout); // the debug output has its own channel; keep the two in order
+        e.Print(CSystem::debugOut);
+    }
+}
+
 } // namespace
 
 int main() {
@@ -311,6 +347,7 @@ int main() {
     CreationByName();
     Locks();
     HashTablesAndMaps();
+    Streams();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -7,6 +7,7 @@
 #include <vorn/base/MemoryException.h>
 
 #include "support/AllocFailure.h"
+#include "support/DebugCapture.h"
 #include "vorn/base/FixBlockAllocator.h"
 
 namespace {
@@ -86,6 +87,7 @@ TEST(FixBlockAllocator, ReleasesInAnyOrderAndStartsOverAfterReleaseAll) {
 TEST(FixBlockAllocator, FailedGrowthKeepsWhatWasAdded) {
     FixBlockAllocator pool(76, 4);
     {
+        vorn::test::DebugCapture capture;
         FailAllocation fail(3);
         try {
             pool.Allocate();
@@ -95,6 +97,9 @@ TEST(FixBlockAllocator, FailedGrowthKeepsWhatWasAdded) {
             EXPECT_EQ(e.GetSourceLine(), 109u);
             EXPECT_EQ(e.GetErrorDescription(), nullptr);
         }
+        // The growth's own failure went to the debug output first.
+        EXPECT_NE(capture.Text().find("\tvorn::base::CMemoryException\n"), std::string::npos);
+        EXPECT_NE(capture.Text().find("\t\tvorn/base/FixBlockAllocator(218)\n"), std::string::npos);
     }
     EXPECT_EQ(pool.GetUsedCount(), 0u);
     EXPECT_EQ(pool.GetFreeCount(), 2u);

@@ -18,7 +18,7 @@ namespace base {
 // Root of every object: gives all classes the library's allocation operators.
 class VORN_API CBase {
 protected:
-    CBase() {}
+    constexpr CBase() {}
 
 public:
     CBase(const CBase&) {}

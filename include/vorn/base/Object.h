@@ -8,7 +8,7 @@ namespace vorn::base {
 
 class VORN_API CObject : public CBase {
 public:
-    CObject() {}
+    constexpr CObject() {}
     CObject(const CObject&) : CBase() {}
     CObject& operator=(const CObject&) { return *this; }
     virtual ~CObject();

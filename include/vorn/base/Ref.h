@@ -13,7 +13,7 @@ namespace vorn::base {
 
 template <typename T> class CRef {
 public:
-    CRef() : m_block(nullptr), m_object(nullptr) {}
+    constexpr CRef() : m_block(nullptr), m_object(nullptr) {}
 
     CRef(T* p) : m_block(nullptr), m_object(nullptr) {
         if (p != nullptr) {

@@ -12,7 +12,7 @@ namespace vorn::base {
 
 class VORN_API CString {
 public:
-    CString() : m_pchData(nullptr) {}
+    constexpr CString() : m_pchData(nullptr) {}
     // Shares the buffer of a non-empty `s`.
     CString(const CString& s) : m_pchData(nullptr) { Share(s); }
     // Null leaves the string null; "" gives a buffer of length 0.

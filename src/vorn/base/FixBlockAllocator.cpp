@@ -1,6 +1,7 @@
 #include "vorn/base/FixBlockAllocator.h"
 
 #include <vorn/base/MemoryException.h>
+#include <vorn/base/System.h>
 
 #include "platform/Memory.h"
 
@@ -73,8 +74,7 @@ void* FixBlockAllocator::Allocate() {
         try {
             GrowPool(m_minimumFree);
         } catch (const CException& e) {
-            // Printing e to CSystem::debugOut belongs here once the print streams exist.
-            (void)e;
+            e.Print(CSystem::debugOut);
             throw CMemoryException("vorn/base/FixBlockAllocator", 109);
         }
         // A pool with a minimum of 0 adds nothing, and so has nothing to give.

@@ -1,0 +1,157 @@
+#include <vorn/io/DebugPrintStream.h>
+
+#include <cstdint>
+#include <cstring>
+
+#include <vorn/io/IOException.h>
+
+#include "platform/Debug.h"
+
+namespace vorn::io {
+
+using vorn::base::CString;
+
+namespace {
+
+const char* const kSource = "vorn/io/DebugPrintStream";
+
+// What "%ld" finds in the argument slot of a double: the low 32 bits of its pattern. Passing the
+// double itself to a 32-bit read would be undefined here.
+int LowBits(double value) {
+    std::uint64_t bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    return static_cast<int>(static_cast<std::uint32_t>(bits));
+}
+
+} // namespace
+
+VORN_DEFINE_CLASS_BASE(CDebugPrintStream, "vorn::io::CDebugPrintStream", "vorn::io::CPrintStream")
+
+void CDebugPrintStream::CheckOpen(unsigned int line) const {
+    if (!m_open)
+        throw CIOException(kSource, line, "Stream closed.", nullptr);
+}
+
+void CDebugPrintStream::Write(char const*, unsigned int, unsigned int) {
+    CheckOpen(__LINE__);
+    throw CIOException(kSource, __LINE__, "Unsupported on class CDebugPrintStream.", nullptr);
+}
+
+void CDebugPrintStream::Write(char const*, unsigned int) {
+    CheckOpen(__LINE__);
+    throw CIOException(kSource, __LINE__, "Unsupported on class CDebugPrintStream.", nullptr);
+}
+
+void CDebugPrintStream::Write(char) {
+    CheckOpen(__LINE__);
+    throw CIOException(kSource, __LINE__, "Unsupported on class CDebugPrintStream.", nullptr);
+}
+
+void CDebugPrintStream::Flush() {
+    CheckOpen(__LINE__);
+}
+
+void CDebugPrintStream::Close() {
+    m_open = false;
+}
+
+void CDebugPrintStream::Print(CString const& text) {
+    CheckOpen(__LINE__);
+    if (!text.IsEmpty())
+        DBPrintf("%s", static_cast<const char*>(text));
+}
+
+void CDebugPrintStream::Print(char const* text) {
+    CheckOpen(__LINE__);
+    if (text != nullptr && *text != '\0')
+        DBPrintf("%s", text);
+}
+
+void CDebugPrintStream::Print(char value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%c", value);
+}
+
+void CDebugPrintStream::Print(double value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%ld", LowBits(value));
+}
+
+void CDebugPrintStream::Print(float value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%f", static_cast<double>(value));
+}
+
+void CDebugPrintStream::Print(unsigned int value) {
+    CheckOpen(__LINE__);
+    DBPrintf("lu", value);
+}
+
+void CDebugPrintStream::Print(int value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%ld", value);
+}
+
+void CDebugPrintStream::Print(short value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%d", value);
+}
+
+void CDebugPrintStream::Print(bool value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%s", value ? "true" : "false");
+}
+
+void CDebugPrintStream::Println(CString const& text) {
+    CheckOpen(__LINE__);
+    if (!text.IsEmpty())
+        DBPrintf("%s\n", static_cast<const char*>(text));
+}
+
+void CDebugPrintStream::Println(char const* text) {
+    CheckOpen(__LINE__);
+    if (text != nullptr && *text != '\0')
+        DBPrintf("%s\n", text);
+}
+
+void CDebugPrintStream::Println(char value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%c\n", value);
+}
+
+void CDebugPrintStream::Println(double value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%lf\n", value);
+}
+
+void CDebugPrintStream::Println(float value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%f\n", static_cast<double>(value));
+}
+
+void CDebugPrintStream::Println(unsigned int value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%lu\n", value);
+}
+
+void CDebugPrintStream::Println(int value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%ld\n", value);
+}
+
+void CDebugPrintStream::Println(short value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%d\n", value);
+}
+
+void CDebugPrintStream::Println(bool value) {
+    CheckOpen(__LINE__);
+    DBPrintf("%s\n", value ? "true" : "false");
+}
+
+void CDebugPrintStream::Println() {
+    CheckOpen(__LINE__);
+    DBPrintf("\n");
+}
+
+} // namespace vorn::io

@@ -1,0 +1,108 @@
+#include <vorn/io/MemoryOutputStream.h>
+
+#include <climits>
+#include <cstring>
+
+#include <vorn/base/MemoryException.h>
+#include <vorn/io/IOException.h>
+
+#include "platform/Memory.h"
+#include "platform/PtrCheck.h"
+
+namespace vorn::io {
+
+namespace {
+const char* const kSource = "vorn/io/MemoryOutputStream";
+}
+
+VORN_DEFINE_CLASS_BASE(CMemoryOutputStream, "vorn::io::CMemoryOutputStream",
+                       "vorn::io::COutputStream")
+
+CMemoryOutputStream::CMemoryOutputStream() : CMemoryOutputStream(256, 64) {}
+
+CMemoryOutputStream::CMemoryOutputStream(unsigned int initialCapacity, unsigned int growth)
+    : m_buffer(nullptr), m_size(0), m_capacity(0), m_growth(growth == 0 ? 64 : growth),
+      m_open(true) {
+    if (!EnsureBufferCapacity(initialCapacity))
+        throw vorn::base::CMemoryException(kSource, __LINE__);
+}
+
+CMemoryOutputStream::~CMemoryOutputStream() {
+    ZK_free(m_buffer);
+}
+
+bool CMemoryOutputStream::EnsureBufferCapacity(unsigned int capacity) {
+    unsigned int target = capacity + (((m_growth - 1) * capacity) % m_growth);
+    // A sum past 4 GiB would claim room it doesn't have: refuse it as the allocation would.
+    if (target < capacity)
+        return false;
+    if (m_capacity >= target)
+        return true;
+    char* block = static_cast<char*>(ZK_malloc(target));
+    if (block == nullptr)
+        return false;
+    if (m_buffer != nullptr) {
+        std::memcpy(block, m_buffer, m_size);
+        ZK_free(m_buffer);
+    }
+    m_buffer = block;
+    m_capacity = target;
+    return true;
+}
+
+void CMemoryOutputStream::CheckOpen(unsigned int line) const {
+    if (!m_open)
+        throw CIOException(kSource, line, "Stream closed.", nullptr);
+}
+
+void CMemoryOutputStream::Append(char const* source, unsigned int count, unsigned int line) {
+    // A size that wraps could pass the capacity check with room for far less.
+    if (count > UINT_MAX - m_size || !EnsureBufferCapacity(m_size + count))
+        throw CIOException(kSource, line, "Memory full.", nullptr);
+    if (count != 0)
+        std::memcpy(m_buffer + m_size, source, count);
+    m_size += count;
+}
+
+void CMemoryOutputStream::Write(char const* buffer, unsigned int offset, unsigned int count) {
+    CheckOpen(__LINE__);
+    if (buffer == nullptr && !BNValidReadPtr(buffer, count))
+        return;
+    Append(buffer == nullptr ? nullptr : buffer + offset, count, __LINE__);
+}
+
+void CMemoryOutputStream::Write(char const* buffer, unsigned int count) {
+    CheckOpen(__LINE__);
+    if (buffer == nullptr && !BNValidReadPtr(buffer, count))
+        return;
+    Append(buffer, count, __LINE__);
+}
+
+void CMemoryOutputStream::Write(char value) {
+    CheckOpen(__LINE__);
+    if (m_size == UINT_MAX || !EnsureBufferCapacity(m_size + 1))
+        throw CIOException(kSource, __LINE__, "Memory full.", nullptr);
+    m_buffer[m_size++] = value;
+}
+
+void CMemoryOutputStream::Flush() {
+    CheckOpen(__LINE__);
+}
+
+void CMemoryOutputStream::Close() {
+    m_open = false;
+}
+
+char* CMemoryOutputStream::DetachBuffer() {
+    char* block = m_buffer;
+    m_buffer = nullptr;
+    m_size = 0;
+    m_capacity = 0;
+    return block;
+}
+
+void CMemoryOutputStream::Reset() {
+    m_size = 0;
+}
+
+} // namespace vorn::io

@@ -45,6 +45,7 @@
 #include <vorn/io/MemoryInputStream.h>
 #include <vorn/io/MemoryOutputStream.h>
 #include <vorn/io/OutputStream.h>
+#include <vorn/io/OutputStreamWriter.h>
 #include <vorn/io/PrintStream.h>
 #include <vorn/io/PrintWriter.h>
 #include <vorn/io/Reader.h>

@@ -334,6 +334,43 @@ void Streams() {
     }
 }
 
+void Encoding() {
+    Section("Encoding");
+    vorn::io::CMemoryOutputStream bytes;
+    vorn::io::COutputStreamWriter writer(&bytes, "UTF-8", true);
+    const unsigned short text[] = {'G', 'r', 0xFC, 0xDF, 'e', ' ', 0x20AC, ' ', 0xD83D, 0};
+    const unsigned short pair[] = {0xD83D, 0xDE00};
+    writer.Write(text);       // the high half at its end waits for the next call
+    writer.Write(pair, 1, 1); // and makes four bytes with this low half
+    writer.Write(static_cast<unsigned short>(' '));
+    writer.Write(pair, 0, 2); // a pair inside one call becomes '?'
+    std::printf("before Close the stream holds %u bytes (only the byte order mark)\n",
+                bytes.GetBufferSize());
+    writer.Close();
+    std::printf("after Close:");
+    for (unsigned int i = 0; i < bytes.GetBufferSize(); ++i)
+        std::printf(" %02X", static_cast<unsigned char>(bytes.GetBuffer()[i]));
+    std::printf("\n");
+
+    using vorn::io::CWCharToCharConverter;
+    std::printf("GetConverter(CString(\"UTF-8\")) -> a converter for %s\n",
+                static_cast<const char*>(
+                    CWCharToCharConverter::GetConverter(CString("UTF-8"))->GetEncoding()));
+    try {
+        CWCharToCharConverter::GetConverter("UTF-8");
+    } catch (const CIllegalArgumentException& e) {
+        std::printf("GetConverter(\"UTF-8\") as char text -> \"%s\" (that form refuses every "
+                    "name)\n",
+                    e.GetErrorDescription());
+    }
+    try {
+        vorn::io::COutputStreamWriter lower(&bytes, "utf-8", false);
+    } catch (const vorn::io::CUnsupportedEncodingException& e) {
+        std::printf("a writer for \"%s\" -> %s (names are case-sensitive)\n",
+                    static_cast<const char*>(e.GetEncoding()), e.GetClass()->GetName());
+    }
+}
+
 } // namespace
 
 int main() {
@@ -348,6 +385,7 @@ int main() {
     Locks();
     HashTablesAndMaps();
     Streams();
+    Encoding();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -51,16 +51,12 @@ TEST(StringMap, CapacityFollowsTheIncrement) {
     EXPECT_EQ(map.GetCapacity(), 10u);
     map.Put("k10", "10");
     EXPECT_EQ(map.GetCapacity(), 15u);
-    map.Remove("k0");
-    EXPECT_EQ(map.GetCapacity(), 10u);
+    map.EnsureCapacity(17);
+    map.TrimToSize();
+    EXPECT_EQ(map.GetCapacity(), 11u);
     map.RemoveAll();
-    EXPECT_EQ(map.GetCapacity(), 5u);
     map.TrimToSize();
     EXPECT_EQ(map.GetCapacity(), 0u);
-    map.Put("a", "b");
-    map.EnsureCapacity(7);
-    map.TrimToSize();
-    EXPECT_EQ(map.GetCapacity(), 1u);
     CStringMap odd(true, 7, 0);
     EXPECT_EQ(odd.GetIncrement(), 5u);
     EXPECT_EQ(odd.GetCapacity(), 10u);
@@ -69,27 +65,16 @@ TEST(StringMap, CapacityFollowsTheIncrement) {
 TEST(StringMap, KeysFollowTheCaseRuleValuesDoNot) {
     CStringMap map(false);
     map.Put("Key", "1");
-    map.Put("KEY", "2");
-    EXPECT_EQ(Contents(map), (Pairs{{"Key", "2"}}));
-    EXPECT_EQ(map.GetIndexOfKey("kEy"), 0);
-    EXPECT_FALSE(map.Contains("x"));
-    map.Put("v", "Value");
-    EXPECT_EQ(map.GetIndexOf("Value"), 1);
+    map.Put("KEY", "Value");
+    EXPECT_EQ(Contents(map), (Pairs{{"Key", "Value"}}));
     EXPECT_EQ(map.GetIndexOf("VALUE"), -1);
     // A null value empties; a null or empty argument looks for an empty value.
     EXPECT_FALSE(map.Contains(nullptr));
-    map.Put("key", nullptr);
-    EXPECT_TRUE(map.Get("KEY").IsEmpty());
+    map.Put("kEY", nullptr);
     EXPECT_EQ(map.GetIndexOf(""), 0);
-    map.Put("n", nullptr);
-    EXPECT_EQ(map.GetIndexOf(nullptr), 0);
-
-    CStringMap exact;
-    exact.Put("Key", "1");
-    EXPECT_FALSE(exact.ContainsKey("KEY"));
-    EXPECT_FALSE(exact.ContainsKey(nullptr));
-    exact.Get("Key") = "changed";
-    EXPECT_EQ(exact.GetAt(0), "changed");
+    map.Get("key") = "changed";
+    EXPECT_EQ(map.GetAt(0), "changed");
+    EXPECT_FALSE(CStringMap(true).ContainsKey(nullptr));
 }
 
 TEST(StringMap, BadKeysAndIndexes) {
@@ -99,18 +84,12 @@ TEST(StringMap, BadKeysAndIndexes) {
                                                "Invalid key.");
         ExpectThrow<CIllegalArgumentException>([&] { map.Get(bad); }, "vorn/util/StringMap",
                                                "Invalid key.");
-        ExpectThrow<CIllegalArgumentException>([&] { map.Remove(bad); }, "vorn/util/StringMap",
-                                               "Invalid key.");
     }
     ExpectThrow<CNoSuchElementException>([&] { map.Get("k2"); }, "vorn/util/StringMap");
     ExpectThrow<CNoSuchElementException>([&] { map.Remove("k2"); }, "vorn/util/StringMap");
     const CStringMap& constant = map;
     ExpectThrow<CArrayIndexOutOfBoundsException>([&] { constant.GetAt(2); }, "vorn/util/StringMap");
     ExpectThrow<CArrayIndexOutOfBoundsException>([&] { map.GetKeyAt(2); }, "vorn/util/StringMap");
-    auto keys = map.GetKeyIterator();
-    keys.GetNextElement();
-    keys.Reset();
-    EXPECT_EQ(keys.GetNextElement(), "k0");
 }
 
 TEST(StringMap, EqualityIsOneWay) {
@@ -119,33 +98,26 @@ TEST(StringMap, EqualityIsOneWay) {
     EXPECT_FALSE(large == small);
     large.Put("k1", "other");
     EXPECT_TRUE(small != large);
-
-    // The case-sensitive map drives when only the other ignores case.
+    // The case-sensitive map drives when only the other ignores case; else this map drives.
     CStringMap loose(false), strict;
     loose.Put("A", "1");
     loose.Put("B", "2");
     strict.Put("a", "1");
-    // Were `loose` driving either way, its "B" would be missing from `strict`.
     EXPECT_TRUE(strict == loose && loose == strict);
     strict = CStringMap(false);
     strict.Put("a", "1");
-    EXPECT_TRUE(strict == loose); // equal flags: this map drives
+    EXPECT_TRUE(strict == loose);
     EXPECT_FALSE(loose == strict);
 }
 
 TEST(StringMap, CopiesShareTextsAndFailuresChangeNothing) {
     CStringMap map = Numbers(10);
-    const char* firstValue = map.GetAt(0);
-    CStringMap copy(map);
-    EXPECT_EQ(static_cast<const char*>(copy.GetAt(0)), firstValue);
-    EXPECT_EQ(copy.GetCapacity(), 10u);
-    CStringMap target(false, 0, 3);
+    CStringMap copy(map), target(false, 0, 3);
+    EXPECT_EQ(static_cast<const char*>(copy.GetAt(0)), static_cast<const char*>(map.GetAt(0)));
     target = map;
     EXPECT_TRUE(target.IsKeyCaseSensitive());
     EXPECT_EQ(target.GetCapacity(), 12u);
-
     // The key array comes first; when the value array fails the key array goes back.
-    EXPECT_EQ(vorn::test::CountAllocations([&] { copy.EnsureCapacity(20); }), 2u);
     for (unsigned long n = 1; n <= 2; ++n) {
         FailAllocation fail(n);
         ExpectThrow<CMemoryException>([&] { map.Put("new", "v"); }, "vorn/util/StringMap");
@@ -171,14 +143,10 @@ TEST(StringMap, CopiesShareTextsAndFailuresChangeNothing) {
 TEST(StringMap, BehavesLikeAnOrderedModel) {
     std::mt19937 random(7);
     for (bool caseSensitive : {true, false}) {
-        auto same = [&](const std::string& a, const std::string& b) {
-            if (caseSensitive)
-                return a == b;
-            return a.size() == b.size() &&
-                   std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-                       return std::tolower(static_cast<unsigned char>(x)) ==
-                              std::tolower(static_cast<unsigned char>(y));
-                   });
+        auto fold = [&](std::string key) {
+            for (char& c : key)
+                c = caseSensitive ? c : static_cast<char>(std::tolower(c));
+            return key;
         };
         CStringMap map(caseSensitive, 0, random() % 4);
         Pairs model;
@@ -188,7 +156,7 @@ TEST(StringMap, BehavesLikeAnOrderedModel) {
                 c = "aAbBcCdD"[random() % 8];
             const std::string value = std::to_string(random() % 5);
             auto at = std::find_if(model.begin(), model.end(),
-                                   [&](const auto& p) { return same(p.first, key); });
+                                   [&](const auto& p) { return fold(p.first) == fold(key); });
             switch (random() % 3) {
             case 0:
                 map.Put(key.c_str(), value.c_str());

@@ -113,7 +113,8 @@ TEST(OutputStreamWriter, ALoneHighSurrogateExhaustsMemory) {
     }
     EXPECT_EQ(stream.blocks, (std::vector<unsigned int>{2}));
     // Without a buffer a later write is refused, and closing still works.
-    EXPECT_THROW(Put(writer, W(u"c")), vorn::base::CNullReferenceException);
+    ExpectThrow<vorn::base::CNullReferenceException>([&] { Put(writer, W(u"c")); },
+                                                     "vorn/io/OutputStreamWriter");
     writer.Close();
     EXPECT_EQ(stream.bytes, "ab");
 }

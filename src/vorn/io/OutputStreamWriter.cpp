@@ -1,5 +1,6 @@
 #include <vorn/base/IllegalArgumentException.h>
 #include <vorn/base/MemoryException.h>
+#include <vorn/base/NullReferenceException.h>
 #include <vorn/base/UnicodeString.h>
 #include <vorn/io/IOException.h>
 #include <vorn/io/OutputStreamWriter.h>
@@ -102,6 +103,9 @@ void COutputStreamWriter::InternalWrite(const unsigned short* text, unsigned int
                                         unsigned int count) {
     if (m_stream == nullptr)
         throw CIOException(kSource, __LINE__, "Writer closed.", nullptr);
+    // After "Memory full." no buffer is left, and a conversion would write through null.
+    if (m_buffer == nullptr)
+        throw vorn::base::CNullReferenceException(kSource, __LINE__);
     bool flushed = false;
     unsigned int i = offset;
     const unsigned int end = offset + count;

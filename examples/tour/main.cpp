@@ -242,6 +242,62 @@ void Locks() {
     }
 }
 
+void HashTablesAndMaps() {
+    Section("Hash tables and maps");
+    vorn::util::CStringSet fruit;
+    for (const char* name : {"apple", "pear", "plum", "apple"})
+        fruit.Put(name);
+    std::printf("set of 4 puts (one twice): size %u, %u buckets\n", fruit.GetSize(),
+                fruit.GetCapacity());
+    vorn::util::CStringSet stone;
+    stone.Put("plum");
+    stone.Put("cherry");
+    vorn::util::CStringSet both = fruit;
+    both *= stone;
+    vorn::util::CStringSet all = fruit;
+    all += stone;
+    std::printf("intersection:");
+    for (auto e = both.GetElements(); e->HasMoreElements();)
+        std::printf(" %s", static_cast<const char*>(e->GetNextElement()));
+    std::printf("; union has %u; intersection is a subset: %s\n", all.GetSize(),
+                both.IsSubSetOf(fruit) ? "yes" : "no");
+    try {
+        fruit.Contains("");
+    } catch (const CIllegalArgumentException& e) {
+        std::printf("Contains(\"\") -> \"%s\"\n", e.GetErrorDescription());
+    }
+
+    vorn::util::CStringSet grown(0, 0.75f);
+    std::printf("CStringSet(0, 0.75) starts with %u buckets", grown.GetCapacity());
+    for (int i = 0; i < 9; ++i) {
+        CString name;
+        name.Format("item%d", i);
+        grown.Put(name);
+    }
+    std::printf(", and the ninth put grows it to %u\n", grown.GetCapacity());
+
+    vorn::util::CStringMap headers(false);
+    headers.Put("Content-Type", "text/xml");
+    headers.Put("Host", "example.org");
+    headers.Put("CONTENT-TYPE", "application/xml");
+    std::printf("map ignoring case, %u entries in insertion order:", headers.GetSize());
+    auto keys = headers.GetKeyIterator();
+    auto values = headers.GetValueIterator();
+    while (keys.HasMoreElements()) {
+        const char* key = keys.GetNextElement();
+        std::printf(" %s=%s", key, static_cast<const char*>(values.GetNextElement()));
+    }
+    vorn::util::CStringMap host;
+    host.Put("host", "example.org");
+    vorn::util::CStringMap other(false);
+    other.Put("host", "example.org");
+    // Equality is one-way: only the driving map's keys are sought, sizes don't count.
+    std::printf("\n{host} == headers: %s; headers == {host}: %s (the case-sensitive map drives); "
+                "headers == {host} ignoring case: %s\n",
+                host == headers ? "true" : "false", headers == host ? "true" : "false",
+                headers == other ? "true" : "false");
+}
+
 void Streams() {
     Section("Streams");
     vorn::io::CMemoryOutputStream bytes(0, 16);
@@ -354,6 +410,43 @@ void BinaryDataAndRegularExpressions() {
     }
 }
 
+void Encoding() {
+    Section("Encoding");
+    vorn::io::CMemoryOutputStream bytes;
+    vorn::io::COutputStreamWriter writer(&bytes, "UTF-8", true);
+    const unsigned short text[] = {'G', 'r', 0xFC, 0xDF, 'e', ' ', 0x20AC, ' ', 0xD83D, 0};
+    const unsigned short pair[] = {0xD83D, 0xDE00};
+    writer.Write(text);       // the high half at its end waits for the next call
+    writer.Write(pair, 1, 1); // and makes four bytes with this low half
+    writer.Write(static_cast<unsigned short>(' '));
+    writer.Write(pair, 0, 2); // a pair inside one call becomes '?'
+    std::printf("before Close the stream holds %u bytes (only the byte order mark)\n",
+                bytes.GetBufferSize());
+    writer.Close();
+    std::printf("after Close:");
+    for (unsigned int i = 0; i < bytes.GetBufferSize(); ++i)
+        std::printf(" %02X", static_cast<unsigned char>(bytes.GetBuffer()[i]));
+    std::printf("\n");
+
+    using vorn::io::CWCharToCharConverter;
+    std::printf("GetConverter(CString(\"UTF-8\")) -> a converter for %s\n",
+                static_cast<const char*>(
+                    CWCharToCharConverter::GetConverter(CString("UTF-8"))->GetEncoding()));
+    try {
+        CWCharToCharConverter::GetConverter("UTF-8");
+    } catch (const CIllegalArgumentException& e) {
+        std::printf("GetConverter(\"UTF-8\") as char text -> \"%s\" (that form refuses every "
+                    "name)\n",
+                    e.GetErrorDescription());
+    }
+    try {
+        vorn::io::COutputStreamWriter lower(&bytes, "utf-8", false);
+    } catch (const vorn::io::CUnsupportedEncodingException& e) {
+        std::printf("a writer for \"%s\" -> %s (names are case-sensitive)\n",
+                    static_cast<const char*>(e.GetEncoding()), e.GetClass()->GetName());
+    }
+}
+
 } // namespace
 
 int main() {
@@ -366,7 +459,9 @@ int main() {
     UnicodeStrings();
     CreationByName();
     Locks();
+    HashTablesAndMaps();
     Streams();
+    Encoding();
     BinaryDataAndRegularExpressions();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());

@@ -132,13 +132,12 @@ TEST(DataInputStream, ConstructionCloseAndFailures) {
     // Closed once beneath, so closing it again there throws.
     ExpectThrow<CIOException>([&] { shared->Close(); }, "vorn/io/MemoryInputStream",
                               "Stream closed.");
-    for (auto call :
-         {+[](CDataInputStream& s) { s.ReadInt32(); }, +[](CDataInputStream& s) { s.ReadString(); },
-          +[](CDataInputStream& s) { s.Read(); }, +[](CDataInputStream& s) { s.GetAvailable(); },
-          +[](CDataInputStream& s) {
-              CPoint point;
-              s >> point;
-          }})
+    for (auto call : {+[](CDataInputStream& s) { s.ReadString(); },
+                      +[](CDataInputStream& s) { s.GetAvailable(); },
+                      +[](CDataInputStream& s) {
+                          CPoint point;
+                          s >> point;
+                      }})
         ExpectThrow<CIOException>([&] { call(in); }, kSource, "Stream closed.");
     // A Close that fails beneath closes the decorator all the same.
     CMemoryInputStream gone("x", 1, false);
@@ -151,12 +150,7 @@ TEST(DataInputStream, ConstructionCloseAndFailures) {
     const std::string bytes("\x00\x00\x00\x02ok\xff\xff\xff\xff", 10);
     CMemoryInputStream counts(bytes.data(), 10, false);
     CDataInputStream strings(&counts);
-    vorn::test::ExpectThrowAt<vorn::base::CMemoryException>(
-        [&] {
-            vorn::test::FailAllocation fail(1);
-            strings.ReadString();
-        },
-        "vorn/base/StringBuffer", 297);
+    vorn::test::ExpectNoMemory([&] { strings.ReadString(); }, "vorn/base/StringBuffer", 297);
     counts.Skip(2);
     // Room for this count and a terminator can't be counted in 32 bits.
     ExpectThrow<vorn::base::CMemoryException>([&] { strings.ReadString(); }, kSource);

@@ -132,12 +132,13 @@ TEST(DataInputStream, ConstructionCloseAndFailures) {
     // Closed once beneath, so closing it again there throws.
     ExpectThrow<CIOException>([&] { shared->Close(); }, "vorn/io/MemoryInputStream",
                               "Stream closed.");
-    for (auto call : {+[](CDataInputStream& s) { s.ReadString(); },
-                      +[](CDataInputStream& s) { s.GetAvailable(); },
-                      +[](CDataInputStream& s) {
-                          CPoint point;
-                          s >> point;
-                      }})
+    for (auto call :
+         {+[](CDataInputStream& s) { s.ReadInt32(); }, +[](CDataInputStream& s) { s.ReadString(); },
+          +[](CDataInputStream& s) { s.Read(); }, +[](CDataInputStream& s) { s.GetAvailable(); },
+          +[](CDataInputStream& s) {
+              CPoint point;
+              s >> point;
+          }})
         ExpectThrow<CIOException>([&] { call(in); }, kSource, "Stream closed.");
     // A Close that fails beneath closes the decorator all the same.
     CMemoryInputStream gone("x", 1, false);

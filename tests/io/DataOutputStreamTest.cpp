@@ -80,7 +80,9 @@ TEST(DataOutputStream, ConstructionCloseAndClosedStream) {
     EXPECT_EQ(shared->calls, "C");
     for (auto call :
          {+[](CDataOutputStream& s) { s.WriteInt32(1); },
-          +[](CDataOutputStream& s) { s << CTag(); }, +[](CDataOutputStream& s) { s.Flush(); }})
+          +[](CDataOutputStream& s) { s.WriteString(CUnicodeString()); },
+          +[](CDataOutputStream& s) { s << CTag(); },
+          +[](CDataOutputStream& s) { s.Write("a", 1); }, +[](CDataOutputStream& s) { s.Flush(); }})
         ExpectThrow<CIOException>([&] { call(out); }, source, "Stream closed.");
     out.WriteString(kNoText); // returns before the closed check
     // A failing Close beneath still closes the decorator, and its exception passes on.

@@ -50,14 +50,17 @@ TEST(DebugPrintStream, IsNoByteSinkAndCloseSilencesIt) {
     CDebugPrintStream out;
     const char* unsupported = "Unsupported on class CDebugPrintStream.";
     ExpectThrow<CIOException>([&] { out.Write('a'); }, kSource, unsupported);
+    ExpectThrow<CIOException>([&] { out.Write("a", 1); }, kSource, unsupported);
     ExpectThrow<CIOException>([&] { out.Write(nullptr, 0, 0); }, kSource, unsupported);
     out.Flush();
     out.Close();
     out.Close();
     DebugCapture capture;
-    for (auto call : {+[](CDebugPrintStream& s) { s.Print(CString()); },
-                      +[](CDebugPrintStream& s) { s.Println(""); },
-                      +[](CDebugPrintStream& s) { s.Write('a'); }})
+    for (auto call :
+         {+[](CDebugPrintStream& s) { s.Print(CString()); },
+          +[](CDebugPrintStream& s) { s.Print(1); }, +[](CDebugPrintStream& s) { s.Println(); },
+          +[](CDebugPrintStream& s) { s.Println(""); }, +[](CDebugPrintStream& s) { s.Write('a'); },
+          +[](CDebugPrintStream& s) { s.Flush(); }})
         ExpectThrow<CIOException>([&] { call(out); }, kSource, "Stream closed.");
     EXPECT_EQ(capture.Text(), "");
 }

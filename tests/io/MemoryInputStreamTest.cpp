@@ -67,8 +67,11 @@ TEST(MemoryInputStream, RefusedSourceAndClosedStream) {
     s.Close();
     for (auto call :
          {+[](CMemoryInputStream& m) { m.Read(); },
+          +[](CMemoryInputStream& m) { m.Read(nullptr, 1); },
           +[](CMemoryInputStream& m) { m.Read(nullptr, 0, 0); },
-          +[](CMemoryInputStream& m) { m.Skip(0); }, +[](CMemoryInputStream& m) { m.Close(); }})
+          +[](CMemoryInputStream& m) { m.Skip(0); },
+          +[](CMemoryInputStream& m) { m.GetAvailable(); },
+          +[](CMemoryInputStream& m) { m.Reset(); }, +[](CMemoryInputStream& m) { m.Close(); }})
         ExpectThrow<vorn::io::CIOException>([&] { call(s); }, kSource, "Stream closed.");
 }
 

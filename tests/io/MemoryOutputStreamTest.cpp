@@ -61,6 +61,7 @@ TEST(MemoryOutputStream, NoMemoryIsMemoryExceptionAtFirstAndMemoryFullLater) {
     CMemoryOutputStream s(4, 4);
     s.Write("abcd", 4);
     for (auto write : {+[](CMemoryOutputStream& m) { m.Write('e'); },
+                       +[](CMemoryOutputStream& m) { m.Write("efgh", 4); },
                        +[](CMemoryOutputStream& m) { m.Write("efgh", 1, 2); }}) {
         FailAllocation fail(1);
         ExpectThrow<CIOException>([&] { write(s); }, kSource, "Memory full.");
@@ -78,8 +79,11 @@ TEST(MemoryOutputStream, BytesOutliveCloseResetAndDetach) {
     s.Close();
     s.Close();
     EXPECT_EQ(Bytes(s), "abc");
-    ExpectThrow<CIOException>([&] { s.Write(nullptr, 0, 0); }, kSource, "Stream closed.");
-    ExpectThrow<CIOException>([&] { s.Flush(); }, kSource, "Stream closed.");
+    for (auto call : {+[](CMemoryOutputStream& m) { m.Write('d'); },
+                      +[](CMemoryOutputStream& m) { m.Write("d", 1); },
+                      +[](CMemoryOutputStream& m) { m.Write(nullptr, 0, 0); },
+                      +[](CMemoryOutputStream& m) { m.Flush(); }})
+        ExpectThrow<CIOException>([&] { call(s); }, kSource, "Stream closed.");
     const char* block = s.GetBuffer();
     s.Reset(); // keeps the block, and does not reopen
     EXPECT_EQ(s.GetBufferSize(), 0u);

@@ -83,8 +83,11 @@ TEST(PrintStream, ClosedStreamThrowsButEmptyTextDoesNot) {
                               "Stream closed.");
     out.Print(CString());
     out.Print(static_cast<const char*>(nullptr));
-    for (auto call : {+[](CPrintStream& s) { s.Print(""); }, +[](CPrintStream& s) { s.Println(); },
-                      +[](CPrintStream& s) { s.Write("a", 0, 1); }})
+    for (auto call :
+         {+[](CPrintStream& s) { s.Print(1); }, +[](CPrintStream& s) { s.Print(""); },
+          +[](CPrintStream& s) { s.Println(); }, +[](CPrintStream& s) { s.Println(CString()); },
+          +[](CPrintStream& s) { s.Write('a'); }, +[](CPrintStream& s) { s.Write("a", 1); },
+          +[](CPrintStream& s) { s.Write("a", 0, 1); }, +[](CPrintStream& s) { s.Flush(); }})
         ExpectThrow<CIOException>([&] { call(out); }, kSource, "Stream closed.");
 }
 

@@ -88,10 +88,13 @@ TEST(PrintWriter, ClosedWriterThrowsEvenForEmptyText) {
     out.Close();
     out.Close();
     EXPECT_EQ(journal.log, W(u"|F|C"));
-    for (auto call : {+[](CPrintWriter& w) { w.Print(CString()); },
-                      +[](CPrintWriter& w) { w.Print(CUnicodeString()); },
-                      +[](CPrintWriter& w) { w.Println(); },
-                      +[](CPrintWriter& w) { w.Write(static_cast<unsigned short>(1)); }})
+    for (auto call :
+         {+[](CPrintWriter& w) { w.Print(CString()); }, +[](CPrintWriter& w) { w.Print(""); },
+          +[](CPrintWriter& w) { w.Print(CUnicodeString()); }, +[](CPrintWriter& w) { w.Print(1); },
+          +[](CPrintWriter& w) { w.Print(true); }, +[](CPrintWriter& w) { w.Println(); },
+          +[](CPrintWriter& w) { w.Write(W(u"x").c_str()); },
+          +[](CPrintWriter& w) { w.Write(static_cast<unsigned short>(1)); },
+          +[](CPrintWriter& w) { w.Flush(); }})
         ExpectThrow<CIOException>([&] { call(out); }, kSource, "Writer closed.");
     // A null text checks nothing; its line end then meets no writer.
     out.Print(static_cast<unsigned short const*>(nullptr));

@@ -113,10 +113,8 @@ TEST(OutputStreamWriter, ArgumentsAndClosedState) {
     // The buffer is the last allocation of a construction.
     auto build = [&] { COutputStreamWriter w(&stream, "UTF-8", false); };
     build();
-    {
-        vorn::test::FailAllocation fail(vorn::test::CountAllocations(build));
-        ExpectThrow<vorn::base::CMemoryException>(build, "vorn/io/OutputStreamWriter");
-    }
+    vorn::test::ExpectNoMemory(build, "vorn/io/OutputStreamWriter", 0,
+                               vorn::test::CountAllocations(build));
     EXPECT_TRUE(stream.bytes.empty());
 
     COutputStreamWriter writer(&stream, "UTF-8", false);

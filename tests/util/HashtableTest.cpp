@@ -63,8 +63,7 @@ TEST(Hashtable, FailedAllocationsChangeNothing) {
     CHashtable<int, int> table(GetLongHashCode, 1, 1.0f);
     table.Put(1, 1);
     for (unsigned long n = 1; n <= 2; ++n) { // the growth's buckets, then the entry
-        FailAllocation fail(n);
-        ExpectThrow<CMemoryException>([&] { table.Put(2, 2); }, "vorn/util/Hashtable");
+        vorn::test::ExpectNoMemory([&] { table.Put(2, 2); }, "vorn/util/Hashtable", 0, n);
         EXPECT_EQ(table.GetSize(), 1u);
     }
     CHashtable<int, int> other(GetLongHashCode);
@@ -122,13 +121,9 @@ TEST(StringHashtable, MovesAndFailedCopies) {
     table.Put("y", 2);
     EXPECT_EQ(table.GetCapacity(), 3u);
     for (unsigned long n = 1; n <= 2; ++n) {
-        {
-            FailAllocation fail(n);
-            ExpectThrow<CMemoryException>([&] { CStringHashtable<int> copy(moved); },
-                                          "vorn/util/StringHashtable");
-        }
-        FailAllocation fail(n);
-        ExpectThrow<CMemoryException>([&] { table = moved; }, "vorn/util/StringHashtable");
+        vorn::test::ExpectNoMemory([&] { CStringHashtable<int> copy(moved); },
+                                   "vorn/util/StringHashtable", 0, n);
+        vorn::test::ExpectNoMemory([&] { table = moved; }, "vorn/util/StringHashtable", 0, n);
     }
     EXPECT_EQ(Keys(table), (std::vector<std::string>{"y"}));
 }

@@ -204,10 +204,7 @@ TEST(ObjectVector, FailedAllocationsKeepBufferAndSize) {
     CObjectVector v;
     Fill(v, 10, &deaths);
     auto* extra = new Item(10, &deaths);
-    auto failing = [](auto call) {
-        FailAllocation fail(1);
-        ExpectThrow<CMemoryException>(call, kSource);
-    };
+    auto failing = [](auto call) { vorn::test::ExpectNoMemory(call, kSource); };
     failing([&] { v.AddElement(extra); });
     failing([&] { v.InsertElementAt(extra, 4); });
     failing([&] { v.EnsureCapacity(11); });

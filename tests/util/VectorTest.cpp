@@ -125,10 +125,7 @@ TEST(Vector, BadIndexesAndEmptyEnds) {
 TEST(Vector, FailuresKeepBufferAndSize) {
     {
         CVector<Tracked> v = Numbers(10);
-        auto failing = [](auto call) {
-            FailAllocation fail(1);
-            ExpectThrow<CMemoryException>(call, "vorn/util/Vector");
-        };
+        auto failing = [](auto call) { vorn::test::ExpectNoMemory(call, "vorn/util/Vector"); };
         failing([&] { v.AddElement(Tracked(10)); });
         failing([&] { v.InsertElementAt(Tracked(10), 2); });
         failing([&] { CVector<Tracked>{v}; });

@@ -15,6 +15,7 @@
 #include <vorn/base/SynchronizationException.h>
 
 #include "support/AllocFailure.h"
+#include "support/Throws.h"
 
 namespace {
 
@@ -42,14 +43,7 @@ TYPED_TEST(CriticalSectionLock, OwnerReentersAndReleasesAsOftenAsItTook) {
 }
 
 TYPED_TEST(CriticalSectionLock, NoMemoryForTheSectionIsAMemoryException) {
-    vorn::test::FailAllocation fail(1);
-    try {
-        TypeParam lock;
-        FAIL() << "no exception";
-    } catch (const CMemoryException& e) {
-        EXPECT_STREQ(e.GetSourceFile(), "vorn/base/Base");
-        EXPECT_EQ(e.GetSourceLine(), 148u);
-    }
+    vorn::test::ExpectNoMemory([] { TypeParam lock; }, "vorn/base/Base", 148);
 }
 
 // Holds `lock` on another thread until the returned promise is set.
@@ -148,14 +142,8 @@ TEST(LazyLock, NeverGetsASectionOfItsOwn) {
         CLazyLock lock;
         lock.Release();
         EXPECT_FALSE(lock.TryAcquire(1000));
-        try {
-            lock.Acquire();
-            FAIL() << "no exception";
-        } catch (const CSynchronizationException& e) {
-            EXPECT_STREQ(e.GetSourceFile(), "vorn/base/LazyLock");
-            EXPECT_STREQ(e.GetErrorDescription(), "Failed to enter critical section.");
-            EXPECT_EQ(e.GetMessage(), nullptr);
-        }
+        vorn::test::ExpectThrow<CSynchronizationException>(
+            [&] { lock.Acquire(); }, "vorn/base/LazyLock", "Failed to enter critical section.");
         lock.Release();
     });
     EXPECT_EQ(allocations, 0u);

@@ -149,34 +149,17 @@ std::string ModelCase(const std::string& text, bool upper) {
     return out;
 }
 
-const char* const kPieces[] = {"a",
-                               "b",
-                               "A",
-                               "B",
-                               "s",
-                               "S",
-                               "k",
-                               "K",
-                               " ",
-                               "\xc3\x9f",
-                               "\xc3\xa9",
-                               "\xc3\x89",
-                               "\xc5\xbf",
-                               "\xe2\x84\xaa",
-                               "\xce\xa3",
-                               "\xcf\x83",
-                               "\xcf\x82",
-                               "\xc4\xb0",
-                               "\xc4\xb1",
-                               "\xc7\x85",
-                               "\xf0\x9f\x98\x80",
-                               "\x80",
-                               "\xc3",
-                               "\xff",
-                               "\xe2\x82",
-                               "\xc0\xaf",
-                               "\xed\xa0\x80",
-                               "\xf4\x90\x80\x80"};
+// ASCII with its case pairs, characters whose folds differ in byte length or are special
+// (ß, é/É, long s, Kelvin sign, the sigmas, dotted and dotless i, ǅ), a four-byte character, and
+// ill-formed pieces: a lone continuation, a cut lead, a bad byte, an overlong form, an encoded
+// surrogate, a value past U+10FFFF.
+// clang-format off
+const char* const kPieces[] = {
+    "a", "b", "A", "B", "s", "S", "k", "K", " ",
+    "\xc3\x9f", "\xc3\xa9", "\xc3\x89", "\xc5\xbf", "\xe2\x84\xaa", "\xce\xa3", "\xcf\x83",
+    "\xcf\x82", "\xc4\xb0", "\xc4\xb1", "\xc7\x85", "\xf0\x9f\x98\x80",
+    "\x80", "\xc3", "\xff", "\xe2\x82", "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80"};
+// clang-format on
 
 std::string RandomText(std::mt19937& random, int maxPieces) {
     std::string text;

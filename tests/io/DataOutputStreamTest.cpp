@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include <vorn/base/IllegalArgumentException.h>
@@ -9,6 +8,7 @@
 #include <vorn/io/MemoryOutputStream.h>
 
 #include "support/AllocFailure.h"
+#include "support/Recording.h"
 #include "support/Throws.h"
 #include "support/Utf16.h"
 
@@ -21,31 +21,6 @@ using vorn::io::CJavaDataOutputStream;
 using vorn::test::ExpectThrow;
 using vorn::test::W;
 
-// Records each call that reaches it: a counted write as "[hex]", a byte as "<hex>", a flush as
-// "F", a close as "C" (which can be made to fail).
-class CCallLog : public vorn::io::COutputStream {
-public:
-    void Write(char const* buffer, unsigned int offset, unsigned int count) override {
-        log += "[" + Hex(buffer + offset, count) + "]";
-    }
-    void Write(char const* buffer, unsigned int count) override { Write(buffer, 0, count); }
-    void Write(char value) override { log += "<" + Hex(&value, 1) + ">"; }
-    void Flush() override { log += "F"; }
-    void Close() override {
-        log += "C";
-        if (failClose)
-            throw CIOException("log", 1, "Close failed.", nullptr);
-    }
-    static std::string Hex(char const* bytes, unsigned int count) {
-        std::string text;
-        for (char digits[3]; count-- > 0; text += digits)
-            std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(*bytes++));
-        return text;
-    }
-    std::string log;
-    bool failClose = false;
-};
-
 struct CTag : vorn::io::ISerializable {
     void Read(vorn::io::CDataInputStream&) override {}
     void Write(CDataOutputStream& stream) const override { stream << 'T' << short(1); }
@@ -54,7 +29,7 @@ struct CTag : vorn::io::ISerializable {
 const unsigned short* const kNoText = nullptr;
 
 TEST(DataOutputStream, OneWritePerValueInTheWireFormat) {
-    CCallLog log;
+    vorn::test::CRecordingStream log;
     CDataOutputStream out(&log);
     out.WriteInt32(16909060);
     out.WriteInt16(-2);
@@ -65,23 +40,24 @@ TEST(DataOutputStream, OneWritePerValueInTheWireFormat) {
     out.WriteUByte(0xFE);
     out.WriteFloat(1.0f); // floating values keep the machine's byte order
     out.WriteDouble(1.0);
-    EXPECT_EQ(log.log, "[01020304][FFFE][FFFFFFFE][8001]<01><80><FE>[0000803F][000000000000F03F]");
-    log.log.clear();
+    EXPECT_EQ(log.calls,
+              "[01020304][FFFE][FFFFFFFE][8001]<01><80><FE>[0000803F][000000000000F03F]");
+    log.calls.clear();
     out.WriteString(CUnicodeString(W(u"\u00e9").c_str()));
     out.WriteString(CUnicodeString());
     out.WriteString(kNoText); // nothing at all, not even a count
     out.WriteString(W(u"").c_str());
     out.WriteString(W(u"ab").c_str());
-    EXPECT_EQ(log.log, "[00000002][C3A9][00000000][][00000002][6162]");
-    log.log.clear();
+    EXPECT_EQ(log.calls, "[00000002][C3A9][00000000][][00000002][6162]");
+    log.calls.clear();
     out << false << 'a' << static_cast<unsigned char>(0xFF) << short(-1)
         << static_cast<unsigned short>(2) << 3 << 4u << 0.5f << 0.5 << CUnicodeString("x")
         << kNoText << CTag();
     out.Write('z');
     out.Write("abc", 1, 2);
     out.Flush();
-    EXPECT_EQ(log.log, "<00><61><FF>[FFFF][0002][00000003][00000004][0000003F][000000000000E03F]"
-                       "[00000001][78]<54>[0001]<7A>[6263]F");
+    EXPECT_EQ(log.calls, "<00><61><FF>[FFFF][0002][00000003][00000004][0000003F][000000000000E03F]"
+                         "[00000001][78]<54>[0001]<7A>[6263]F");
 
     vorn::io::CMemoryOutputStream memory(64, 64);
     CDataOutputStream numbers(&memory);
@@ -97,11 +73,11 @@ TEST(DataOutputStream, ConstructionCloseAndClosedStream) {
         [] { CJavaDataOutputStream(static_cast<vorn::io::COutputStream*>(nullptr)); }, source,
         "Invalid output stream.");
     // The handle keeps the stream beneath alive; Close doesn't flush, and a second does nothing.
-    auto* shared = new CCallLog;
+    auto* shared = new vorn::test::CRecordingStream;
     CDataOutputStream out{vorn::base::CRef<vorn::io::COutputStream>(shared)};
     out.Close();
     out.Close();
-    EXPECT_EQ(shared->log, "C");
+    EXPECT_EQ(shared->calls, "C");
     for (auto call :
          {+[](CDataOutputStream& s) { s.WriteInt32(1); },
           +[](CDataOutputStream& s) { s.WriteString(CUnicodeString()); },
@@ -110,35 +86,35 @@ TEST(DataOutputStream, ConstructionCloseAndClosedStream) {
         ExpectThrow<CIOException>([&] { call(out); }, source, "Stream closed.");
     out.WriteString(kNoText); // returns before the closed check
     // A failing Close beneath still closes the decorator, and its exception passes on.
-    CCallLog failing;
+    vorn::test::CRecordingStream failing;
     failing.failClose = true;
     CDataOutputStream decorator(&failing);
-    ExpectThrow<CIOException>([&] { decorator.Close(); }, "log", "Close failed.");
+    ExpectThrow<CIOException>([&] { decorator.Close(); }, "test/Recording", "Close failed.");
     decorator.Close();
-    EXPECT_EQ(failing.log, "C");
+    EXPECT_EQ(failing.calls, "C");
     ExpectThrow<CIOException>([&] { decorator.WriteBool(true); }, source, "Stream closed.");
 }
 
 TEST(JavaDataOutputStream, SixteenBitCountsUpTo65535Bytes) {
-    CCallLog log;
+    vorn::test::CRecordingStream log;
     CJavaDataOutputStream out(&log);
     out.WriteString(CUnicodeString(W(u"\u00e9").c_str()));
     out.WriteString(CUnicodeString());
     out << kNoText << W(u"").c_str(); // unlike the base class, the count 0
     out.WriteFloat(1.0f);
-    EXPECT_EQ(log.log, "[0002][C3A9][0000][][0000][][0000][][0000803F]");
-    log.log.clear();
+    EXPECT_EQ(log.calls, "[0002][C3A9][0000][][0000][][0000][][0000803F]");
+    log.calls.clear();
     CUnicodeString text;
     for (int i = 0; i < 21845; ++i)
         text += W(u"\u20ac").c_str();
     out.WriteString(text);
-    EXPECT_EQ(log.log.substr(0, 7), "[FFFF][");
-    log.log.clear();
+    EXPECT_EQ(log.calls.substr(0, 7), "[FFFF][");
+    log.calls.clear();
     text += "x"; // one byte too many: refused before anything is written
     const char* source = "vorn/io/JavaDataOutputStream";
     ExpectThrow<CIOException>([&] { out.WriteString(text); }, source,
                               "The specified string is too long.");
-    EXPECT_EQ(log.log, "");
+    EXPECT_EQ(log.calls, "");
     out.Close();
     ExpectThrow<CIOException>([&] { out.WriteString(kNoText); }, source, "Stream closed.");
 }

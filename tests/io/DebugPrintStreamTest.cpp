@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include <vorn/io/DebugPrintStream.h>
@@ -57,11 +56,12 @@ TEST(DebugPrintStream, IsNoByteSinkAndCloseSilencesIt) {
     out.Close();
     out.Close();
     DebugCapture capture;
-    std::function<void()> calls[] = {[&] { out.Print(CString()); }, [&] { out.Print(1); },
-                                     [&] { out.Println(); },        [&] { out.Println(""); },
-                                     [&] { out.Write('a'); },       [&] { out.Flush(); }};
-    for (auto& call : calls)
-        ExpectThrow<CIOException>(call, kSource, "Stream closed.");
+    for (auto call :
+         {+[](CDebugPrintStream& s) { s.Print(CString()); },
+          +[](CDebugPrintStream& s) { s.Print(1); }, +[](CDebugPrintStream& s) { s.Println(); },
+          +[](CDebugPrintStream& s) { s.Println(""); }, +[](CDebugPrintStream& s) { s.Write('a'); },
+          +[](CDebugPrintStream& s) { s.Flush(); }})
+        ExpectThrow<CIOException>([&] { call(out); }, kSource, "Stream closed.");
     EXPECT_EQ(capture.Text(), "");
 }
 

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
 #include <string>
 
 #include <vorn/base/IllegalArgumentException.h>
@@ -66,13 +65,14 @@ TEST(MemoryInputStream, RefusedSourceAndClosedStream) {
         [] { CMemoryInputStream s(nullptr, 0, false); }, kSource, "Invalid source buffer.");
     CMemoryInputStream s(kTen, 10, false);
     s.Close();
-    char buffer[2];
-    std::function<void()> calls[] = {
-        [&] { s.Read(); },  [&] { s.Read(buffer, 1); }, [&] { s.Read(nullptr, 0, 0); },
-        [&] { s.Skip(0); }, [&] { s.GetAvailable(); },  [&] { s.Reset(); },
-        [&] { s.Close(); }};
-    for (auto& call : calls)
-        ExpectThrow<vorn::io::CIOException>(call, kSource, "Stream closed.");
+    for (auto call :
+         {+[](CMemoryInputStream& m) { m.Read(); },
+          +[](CMemoryInputStream& m) { m.Read(nullptr, 1); },
+          +[](CMemoryInputStream& m) { m.Read(nullptr, 0, 0); },
+          +[](CMemoryInputStream& m) { m.Skip(0); },
+          +[](CMemoryInputStream& m) { m.GetAvailable(); },
+          +[](CMemoryInputStream& m) { m.Reset(); }, +[](CMemoryInputStream& m) { m.Close(); }})
+        ExpectThrow<vorn::io::CIOException>([&] { call(s); }, kSource, "Stream closed.");
 }
 
 TEST(MemoryInputStream, OwnedBufferIsReleasedOnCloseOrDestruction) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 
 #include <vorn/base/MemoryException.h>
@@ -58,17 +57,14 @@ TEST(MemoryOutputStream, GrowsByTheRoundedGranule) {
 }
 
 TEST(MemoryOutputStream, NoMemoryIsMemoryExceptionAtFirstAndMemoryFullLater) {
-    {
-        FailAllocation fail(1);
-        ExpectThrow<vorn::base::CMemoryException>([] { CMemoryOutputStream s(10, 8); }, kSource);
-    }
+    vorn::test::ExpectNoMemory([] { CMemoryOutputStream s(10, 8); }, kSource);
     CMemoryOutputStream s(4, 4);
     s.Write("abcd", 4);
-    std::function<void()> writes[] = {[&] { s.Write('e'); }, [&] { s.Write("efgh", 4); },
-                                      [&] { s.Write("efgh", 1, 2); }};
-    for (auto& write : writes) {
+    for (auto write : {+[](CMemoryOutputStream& m) { m.Write('e'); },
+                       +[](CMemoryOutputStream& m) { m.Write("efgh", 4); },
+                       +[](CMemoryOutputStream& m) { m.Write("efgh", 1, 2); }}) {
         FailAllocation fail(1);
-        ExpectThrow<CIOException>(write, kSource, "Memory full.");
+        ExpectThrow<CIOException>([&] { write(s); }, kSource, "Memory full.");
     }
     // A count that would wrap the size is refused the same way.
     ExpectThrow<CIOException>([&] { s.Write("x", 0xFFFFFFFFu); }, kSource, "Memory full.");
@@ -83,10 +79,11 @@ TEST(MemoryOutputStream, BytesOutliveCloseResetAndDetach) {
     s.Close();
     s.Close();
     EXPECT_EQ(Bytes(s), "abc");
-    std::function<void()> calls[] = {[&] { s.Write('d'); }, [&] { s.Write("d", 1); },
-                                     [&] { s.Write(nullptr, 0, 0); }, [&] { s.Flush(); }};
-    for (auto& call : calls)
-        ExpectThrow<CIOException>(call, kSource, "Stream closed.");
+    for (auto call : {+[](CMemoryOutputStream& m) { m.Write('d'); },
+                      +[](CMemoryOutputStream& m) { m.Write("d", 1); },
+                      +[](CMemoryOutputStream& m) { m.Write(nullptr, 0, 0); },
+                      +[](CMemoryOutputStream& m) { m.Flush(); }})
+        ExpectThrow<CIOException>([&] { call(s); }, kSource, "Stream closed.");
     const char* block = s.GetBuffer();
     s.Reset(); // keeps the block, and does not reopen
     EXPECT_EQ(s.GetBufferSize(), 0u);

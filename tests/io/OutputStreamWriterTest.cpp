@@ -15,6 +15,7 @@
 #include <vorn/io/UnsupportedEncodingException.h>
 
 #include "support/AllocFailure.h"
+#include "support/Recording.h"
 #include "support/Throws.h"
 #include "support/Utf16.h"
 
@@ -25,33 +26,10 @@ using vorn::base::CRef;
 using vorn::io::CIOException;
 using vorn::io::COutputStream;
 using vorn::io::COutputStreamWriter;
+using vorn::test::CRecordingStream;
 using vorn::test::ExpectThrow;
 using vorn::test::W;
 using vorn::test::WString;
-
-// Keeps every block written to it, and fails on request.
-class CRecordingStream : public COutputStream {
-public:
-    using COutputStream::Write;
-    void Write(const char* buffer, unsigned int offset, unsigned int count) override {
-        if (failWrite)
-            throw CIOException("test/Recording", 1, "Write failed.", nullptr);
-        blocks.push_back(count);
-        bytes.append(buffer + offset, count);
-    }
-    void Write(char value) override { Write(&value, 0, 1); }
-    void Flush() override { ++flushes; }
-    void Close() override {
-        ++closes;
-        if (failClose)
-            throw CIOException("test/Recording", 2, "Close failed.", nullptr);
-    }
-
-    std::vector<unsigned int> blocks;
-    std::string bytes;
-    int flushes = 0, closes = 0;
-    bool failWrite = false, failClose = false;
-};
 
 void Put(COutputStreamWriter& writer, const WString& text) {
     writer.Write(text.data(), static_cast<unsigned int>(text.size()));
@@ -135,10 +113,8 @@ TEST(OutputStreamWriter, ArgumentsAndClosedState) {
     // The buffer is the last allocation of a construction.
     auto build = [&] { COutputStreamWriter w(&stream, "UTF-8", false); };
     build();
-    {
-        vorn::test::FailAllocation fail(vorn::test::CountAllocations(build));
-        ExpectThrow<vorn::base::CMemoryException>(build, "vorn/io/OutputStreamWriter");
-    }
+    vorn::test::ExpectNoMemory(build, "vorn/io/OutputStreamWriter", 0,
+                               vorn::test::CountAllocations(build));
     EXPECT_TRUE(stream.bytes.empty());
 
     COutputStreamWriter writer(&stream, "UTF-8", false);

@@ -60,8 +60,7 @@ TEST(FormatLengths, WindowsWidths) {
 
 TEST(FormatWideText, Utf16ToNarrowIsUtf8) {
     WString text = W(u"a\u00e9\u20ac\U0001F600");
-    EXPECT_EQ(F("%ls", text.c_str()), "a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80");
-    EXPECT_EQ(F("%S|%wc", text.c_str(), 0xE9), F("%ls|%lc", text.c_str(), 0xE9));
+    EXPECT_EQ(F("%S|%wc", text.c_str(), 0xE9), "a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80|\xc3\xa9");
     const unsigned short lone[] = {0xD800, 'a', 0xDC00, 0xDBFF, 0};
     EXPECT_EQ(F("%ls", lone), "\xef\xbf\xbd\x61\xef\xbf\xbd\xef\xbf\xbd");
     EXPECT_EQ(F("%lc%lc%lc", 0x20AC, 0xD800, 'x'), "\xe2\x82\xac\xef\xbf\xbdx");

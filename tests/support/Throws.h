@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <vorn/base/MemoryException.h>
+
+#include "support/AllocFailure.h"
+
 namespace vorn::test {
 
 // `description` null means none; the message must be null either way.
@@ -30,6 +34,24 @@ void ExpectThrowAt(F&& call, const char* source, unsigned int line,
         EXPECT_EQ(e.GetSourceLine(), line);
         EXPECT_STREQ(e.GetErrorDescription(), description);
         EXPECT_STREQ(e.GetMessage(), message);
+    }
+}
+
+// `call` with its `nth` allocation failing throws CMemoryException from `source`, at `line`
+// unless that is 0.
+template <typename F>
+void ExpectNoMemory(F&& call, const char* source, unsigned int line = 0, unsigned long nth = 1) {
+    try {
+        FailAllocation fail(nth);
+        call();
+        ADD_FAILURE() << "no exception from " << source << ":" << line;
+    } catch (const vorn::base::CMemoryException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), source);
+        if (line != 0) {
+            EXPECT_EQ(e.GetSourceLine(), line);
+        }
+        EXPECT_EQ(e.GetErrorDescription(), nullptr);
+        EXPECT_EQ(e.GetMessage(), nullptr);
     }
 }
 

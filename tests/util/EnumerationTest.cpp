@@ -59,20 +59,14 @@ TEST(Enumeration, HandlesShareOneEnumeration) {
     EXPECT_EQ(deaths, 2);
 }
 
-TEST(Enumeration, EmptyHandleRefusesAccess) {
+TEST(Enumeration, EmptyHandleRefusesAccessAndAFailedBlockDeletesTheEnumeration) {
     CEnumeration<int> empty(nullptr);
     EXPECT_EQ(vorn::test::CountAllocations([] { CEnumeration<int> none(nullptr); }), 0u);
-    EXPECT_TRUE(empty.IsNull());
     vorn::test::ExpectThrow<vorn::base::CNullReferenceException>([&] { empty->Reset(); },
                                                                  "vorn/util/Enumeration");
-}
-
-TEST(Enumeration, FailedBlockDeletesTheEnumeration) {
     int deaths = 0;
     auto* walk = new Counting(1, &deaths);
-    vorn::test::FailAllocation fail(1);
-    vorn::test::ExpectThrow<vorn::base::CMemoryException>([&] { CEnumeration<int> handle(walk); },
-                                                          "vorn/util/Enumeration");
+    vorn::test::ExpectNoMemory([&] { CEnumeration<int> handle(walk); }, "vorn/util/Enumeration");
     EXPECT_EQ(deaths, 1);
 }
 

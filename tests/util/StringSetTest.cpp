@@ -80,18 +80,12 @@ TEST(StringSet, Operators) {
     v *= s;
     EXPECT_EQ(Sorted(v), (std::vector<std::string>{"b", "c"}));
     EXPECT_EQ(v.GetCapacity(), 101u); // taken from the temporary of the intersection
-    EXPECT_TRUE(v.IsSubSetOf(s) && s.IsSuperSetOf(v));
-    EXPECT_FALSE(s.IsSubSetOf(v) || v.IsSuperSetOf(s));
+    EXPECT_TRUE(v.IsSubSetOf(s) && !s.IsSubSetOf(v));
     // Equality doesn't depend on the bucket counts.
     EXPECT_TRUE(v == Of({"c", "b"}, 3));
     EXPECT_TRUE(v != t);
     s -= s;
     EXPECT_TRUE(s.IsEmpty());
-
-    CStringSet moved(std::move(v));
-    EXPECT_TRUE(v.IsEmpty());
-    v = std::move(moved);
-    EXPECT_EQ(Sorted(v), (std::vector<std::string>{"b", "c"}));
 }
 
 TEST(StringSet, FailedPutLeavesTheSetAsItWas) {

@@ -73,8 +73,9 @@ inline void CMemoryOutputStream::CheckOpen(unsigned int line) const {
 
 void CMemoryOutputStream::Append(char const* source, unsigned int count, unsigned int line) {
     // A size that wraps could pass the capacity check with room for far less.
-    if (count > UINT_MAX - m_size || !EnsureBufferCapacity(m_size + count))
-        throw CIOException(kSource, line, "Memory full.", nullptr);
+    if (count > UINT_MAX - m_size ||
+        !(HasRoomFor(m_size + count, m_capacity, m_growth) || EnsureBufferCapacity(m_size + count)))
+        Throw(line, "Memory full.");
     if (count != 0)
         std::memcpy(m_buffer + m_size, source, count);
     m_size += count;

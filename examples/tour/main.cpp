@@ -334,6 +334,82 @@ void Streams() {
     }
 }
 
+// A small record that writes and reads itself in the binary data format.
+struct CStation : vorn::io::ISerializable {
+    int id = 0;
+    short altitude = 0;
+    bool staffed = false;
+    double temperature = 0;
+    CUnicodeString name;
+    void Read(vorn::io::CDataInputStream& in) override {
+        in >> id >> altitude >> staffed >> temperature >> name;
+    }
+    void Write(vorn::io::CDataOutputStream& out) const override {
+        out << id << altitude << staffed << temperature << name;
+    }
+};
+
+void BinaryDataAndRegularExpressions() {
+    Section("Binary data, data streams and regular expressions");
+    CStation station;
+    station.id = 4711;
+    station.altitude = -12;
+    station.staffed = true;
+    station.temperature = 21.5;
+    station.name = CUnicodeString("S\xc3\xa4ntis");
+    vorn::io::CMemoryOutputStream bytes;
+    vorn::io::CDataOutputStream out(&bytes);
+    out << station;
+    CBinaryData record(bytes.GetBuffer(), bytes.GetBufferSize());
+    std::printf("the record in %u bytes (integers big-endian, the double as it lies in memory)\n",
+                record.GetDataLength());
+    std::printf("binhex: %s\n", static_cast<const char*>(record.ToBinHexString()));
+    const CString base64 = CBinaryData::ToBase64String(record.GetData(), record.GetDataLength());
+    std::printf("base64: %s\n", static_cast<const char*>(base64));
+
+    char* decoded = nullptr;
+    unsigned int groups = 0;
+    CBinaryData::ParseBase64String(base64, decoded, groups);
+    std::printf("ParseBase64String reports %u, one per group of four characters; the block holds "
+                "all %u bytes\n",
+                groups, record.GetDataLength());
+    vorn::io::CMemoryInputStream in(decoded, record.GetDataLength(), true);
+    vorn::io::CDataInputStream reader(&in);
+    CStation back;
+    reader >> back;
+    std::printf("read back: id %d, altitude %d, staffed %s, %.1f degrees, \"%s\"\n", back.id,
+                back.altitude, back.staffed ? "yes" : "no", back.temperature,
+                static_cast<const char*>(back.name.ToUTF8()));
+    try {
+        CBinaryData().FromBinHexString("0aff");
+    } catch (const CNumberFormatException& e) {
+        std::printf("binhex \"0aff\" -> %s (small letters are no digits)\n",
+                    e.GetErrorDescription());
+    }
+
+    using vorn::util::regex::CRegEx;
+    using vorn::util::regex::CRegExMatch;
+    const char* text = "ticket VRN-2024-0815 is open";
+    CRegEx ticket("([A-Z]+)-([0-9]{4})-([0-9]+)");
+    CRegExMatch match;
+    if (ticket.Matches(text, match)) {
+        std::printf("\"%s\" matches with %u groups:\n", text, match.GetGroupCount());
+        for (unsigned int g = 0; g < match.GetGroupCount(); ++g) {
+            const unsigned int start = match.GetStartPosOfGroup(g);
+            const unsigned int end = match.GetEndPosOfGroup(g);
+            std::printf("  group %u [%u, %u) \"%.*s\"\n", g, start, end,
+                        static_cast<int>(end - start), text + start);
+        }
+    }
+    std::printf("\"OPEN\" with option i in [21, 28): %s\n",
+                CRegEx("open", "i").Matches("ticket VRN-2024-0815 is OPEN", 21, 28) ? "yes" : "no");
+    try {
+        CRegEx broken("([A-Z]+");
+    } catch (const vorn::util::regex::CRegExParseException& e) {
+        std::printf("a broken pattern: %s\n", e.GetMessage());
+    }
+}
+
 void Encoding() {
     Section("Encoding");
     vorn::io::CMemoryOutputStream bytes;
@@ -386,6 +462,7 @@ int main() {
     HashTablesAndMaps();
     Streams();
     Encoding();
+    BinaryDataAndRegularExpressions();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

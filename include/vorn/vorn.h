@@ -4,6 +4,7 @@
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
 #include <vorn/base/Atomic.h>
 #include <vorn/base/Base.h>
+#include <vorn/base/BinaryData.h>
 #include <vorn/base/Bool.h>
 #include <vorn/base/Class.h>
 #include <vorn/base/ClassCastException.h>
@@ -38,10 +39,14 @@
 #include <vorn/io/AccessDeniedException.h>
 #include <vorn/io/CRLFPrintStream.h>
 #include <vorn/io/CharConversionException.h>
+#include <vorn/io/DataInputStream.h>
+#include <vorn/io/DataOutputStream.h>
 #include <vorn/io/DebugPrintStream.h>
 #include <vorn/io/IOException.h>
 #include <vorn/io/InputStream.h>
 #include <vorn/io/InterruptedIOException.h>
+#include <vorn/io/JavaDataInputStream.h>
+#include <vorn/io/JavaDataOutputStream.h>
 #include <vorn/io/MemoryInputStream.h>
 #include <vorn/io/MemoryOutputStream.h>
 #include <vorn/io/OutputStream.h>
@@ -49,6 +54,7 @@
 #include <vorn/io/PrintStream.h>
 #include <vorn/io/PrintWriter.h>
 #include <vorn/io/Reader.h>
+#include <vorn/io/Serializable.h>
 #include <vorn/io/UnknownCharacterException.h>
 #include <vorn/io/UnsupportedEncodingException.h>
 #include <vorn/io/WCharToCharConverter.h>
@@ -78,3 +84,6 @@
 #include <vorn/util/detail/HashChains.h>
 #include <vorn/util/detail/Storage.h>
 #include <vorn/util/detail/TextPairs.h>
+#include <vorn/util/regex/RegEx.h>
+#include <vorn/util/regex/RegExMatch.h>
+#include <vorn/util/regex/RegExParseException.h>

@@ -100,11 +100,12 @@ def format_time(ns):
 
 
 def medians(paths):
-    """Median CPU time in ns by run name, and the repetitions behind it."""
-    times, repetitions = {}, 0
+    """Median CPU time in ns by run name, the repetitions behind it, and the clock."""
+    times, repetitions, mhz = {}, 0, None
     for path in paths:
         with open(path) as f:
             data = json.load(f)
+        mhz = data.get("context", {}).get("mhz_per_cpu", mhz)
         for b in data["benchmarks"]:
             if b.get("run_type") == "aggregate" and b.get("aggregate_name") != "median":
                 continue
@@ -112,7 +113,7 @@ def medians(paths):
             if b.get("run_type") == "aggregate" or name not in times:
                 times[name] = b["cpu_time"] * TO_NS[b["time_unit"]]
             repetitions = max(repetitions, b.get("repetitions", 1))
-    return times, repetitions
+    return times, repetitions, mhz
 
 
 def rows(times):
@@ -138,15 +139,17 @@ def main():
     parser.add_argument("results", nargs="+")
     args = parser.parse_args()
 
-    times, repetitions = medians(args.results)
+    times, repetitions, mhz = medians(args.results)
     table = list(rows(times))
     with open(args.commands) as f:
         commands = f.read().strip()
     with open(args.machine) as f:
-        machine = f.read().strip()
+        machine, _, load = f.read().strip().partition("\n")
 
     out = ["# Benchmark results", ""]
-    out.append(f"Date: {datetime.date.today().isoformat()}. Machine: {machine}.")
+    clock = f", {mhz} MHz" if mhz else ""
+    out.append(f"Date: {datetime.date.today().isoformat()}. Machine: {machine}{clock}"
+               + (f"; {load}." if load else "."))
     out.append("")
     out.append(f"Each figure is the median CPU time of {repetitions} repetitions, each case and "
                "its peer timed in the same program run with the repetitions interleaved at "

@@ -58,7 +58,8 @@ void UnorderedSetInsert(benchmark::State& state) {
         benchmark::DoNotOptimize(set.size());
     }
 }
-BENCHMARK(UnorderedSetInsert)->Name("StringSetPut100K/std_unordered_set")
+BENCHMARK(UnorderedSetInsert)
+    ->Name("StringSetPut100K/std_unordered_set")
     ->Unit(benchmark::kMillisecond);
 
 // Every key looked up once; all are there.
@@ -85,13 +86,17 @@ void UnorderedSetFind(benchmark::State& state, const std::vector<std::string>& k
 }
 
 BENCHMARK_CAPTURE(StringSetContains, short, Keys())
-    ->Name("StringSetLookup100K/vorn")->Unit(benchmark::kMillisecond);
+    ->Name("StringSetLookup100K/vorn")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(UnorderedSetFind, short, Keys())
-    ->Name("StringSetLookup100K/std_unordered_set")->Unit(benchmark::kMillisecond);
+    ->Name("StringSetLookup100K/std_unordered_set")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(StringSetContains, long, LongKeys())
-    ->Name("StringSetLookup100KLongKeys/vorn")->Unit(benchmark::kMillisecond);
+    ->Name("StringSetLookup100KLongKeys/vorn")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(UnorderedSetFind, long, LongKeys())
-    ->Name("StringSetLookup100KLongKeys/std_unordered_set")->Unit(benchmark::kMillisecond);
+    ->Name("StringSetLookup100KLongKeys/std_unordered_set")
+    ->Unit(benchmark::kMillisecond);
 
 // ---- Sorting a million ints
 

@@ -46,7 +46,8 @@ void MemoryWriteByteReserved(benchmark::State& state) {
         benchmark::DoNotOptimize(stream.GetBuffer());
     }
 }
-BENCHMARK(MemoryWriteByteReserved)->Name("MemoryWriteByte1MReserved/vorn")
+BENCHMARK(MemoryWriteByteReserved)
+    ->Name("MemoryWriteByte1MReserved/vorn")
     ->Unit(benchmark::kMicrosecond);
 
 void VectorPushBackReserved(benchmark::State& state) {
@@ -58,7 +59,8 @@ void VectorPushBackReserved(benchmark::State& state) {
         benchmark::DoNotOptimize(bytes.data());
     }
 }
-BENCHMARK(VectorPushBackReserved)->Name("MemoryWriteByte1MReserved/std_vector")
+BENCHMARK(VectorPushBackReserved)
+    ->Name("MemoryWriteByte1MReserved/std_vector")
     ->Unit(benchmark::kMicrosecond);
 
 // ---- 1 MB in blocks of 4 KB
@@ -88,8 +90,7 @@ void StringAppendBlock(benchmark::State& state) {
         benchmark::DoNotOptimize(bytes.data());
     }
 }
-BENCHMARK(StringAppendBlock)->Name("MemoryWriteBlock4K/std_string")
-    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(StringAppendBlock)->Name("MemoryWriteBlock4K/std_string")->Unit(benchmark::kMicrosecond);
 
 void MemoryWriteBlockReserved(benchmark::State& state) {
     const char* block = Block().data();
@@ -100,7 +101,8 @@ void MemoryWriteBlockReserved(benchmark::State& state) {
         benchmark::DoNotOptimize(stream.GetBuffer());
     }
 }
-BENCHMARK(MemoryWriteBlockReserved)->Name("MemoryWriteBlock4KReserved/vorn")
+BENCHMARK(MemoryWriteBlockReserved)
+    ->Name("MemoryWriteBlock4KReserved/vorn")
     ->Unit(benchmark::kMicrosecond);
 
 void StringAppendBlockReserved(benchmark::State& state) {
@@ -113,7 +115,8 @@ void StringAppendBlockReserved(benchmark::State& state) {
         benchmark::DoNotOptimize(bytes.data());
     }
 }
-BENCHMARK(StringAppendBlockReserved)->Name("MemoryWriteBlock4KReserved/std_string")
+BENCHMARK(StringAppendBlockReserved)
+    ->Name("MemoryWriteBlock4KReserved/std_string")
     ->Unit(benchmark::kMicrosecond);
 
 } // namespace

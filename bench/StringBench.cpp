@@ -196,7 +196,8 @@ void UnicodeStringFromUTF8(benchmark::State& state) {
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
 }
-BENCHMARK(UnicodeStringFromUTF8)->Name("CUnicodeStringFromUTF8_1M/vorn")
+BENCHMARK(UnicodeStringFromUTF8)
+    ->Name("CUnicodeStringFromUTF8_1M/vorn")
     ->Unit(benchmark::kMicrosecond);
 
 void IcuFromUTF8(benchmark::State& state) {
@@ -219,8 +220,7 @@ void UnicodeStringToUTF8(benchmark::State& state) {
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
 }
-BENCHMARK(UnicodeStringToUTF8)->Name("CUnicodeStringToUTF8_1M/vorn")
-    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(UnicodeStringToUTF8)->Name("CUnicodeStringToUTF8_1M/vorn")->Unit(benchmark::kMicrosecond);
 
 void IcuToUTF8(benchmark::State& state) {
     const std::string& text = MixedText();

@@ -22,9 +22,6 @@ CASES = {
     "CUnicodeStringAppend512": "`+=` of 31 pieces of 16 units into a string that has the room",
     "CUnicodeStringFromUTF8_1M": "`FromUTF8` of 1 MB of text in nine scripts",
     "CUnicodeStringToUTF8_1M": "`ToUTF8` of the same text",
-    "CUnicodeStringFromUTF8_1M":
-        "`FromUTF8` walks the text twice by the same rules, first counting the units and then "
-        "storing them into a buffer of that size, where ICU decodes in one pass.",
     "MemoryWriteByte1M": "`Write(char)` of 1 MB into a default stream (granule 64)",
     "MemoryWriteByte1MReserved": "`Write(char)` of 1 MB with the room made first on both sides",
     "MemoryWriteBlock4K": "`Write` of 1 MB in 4 KB blocks into a default stream",
@@ -54,6 +51,9 @@ WHY = {
     "CUnicodeStringAppend512":
         "`+=` appends with `ucscat`, which scans from the start of the text for its end, so each "
         "append is linear in the present length.",
+    "CUnicodeStringFromUTF8_1M":
+        "`FromUTF8` walks the text twice by the same rules, first counting the units and then "
+        "storing them into a buffer of that size, where ICU decodes in one pass.",
     "MemoryWriteByte1M":
         "The stream grows by a fixed granule (64 bytes by default), allocating a new block and "
         "copying the bytes each time: 16,384 copies of up to 1 MB here, where the vector doubles.",

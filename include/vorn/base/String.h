@@ -10,6 +10,10 @@
 
 namespace vorn::base {
 
+namespace detail {
+template <typename S> class TextBuffer;
+}
+
 class VORN_API CString {
 public:
     constexpr CString() : m_pchData(nullptr) {}
@@ -124,6 +128,8 @@ public:
 private:
     // Its UTF-8 output is written straight into a CString's buffer.
     friend class CUnicodeString;
+    // The buffer plan that this class shares with CUnicodeString.
+    template <typename S> friend class detail::TextBuffer;
 
     struct CStringData {
         unsigned int capacity;   // bytes of room, terminator included
@@ -154,7 +160,6 @@ private:
     bool HasSuffix(const char* s, unsigned int n, int caseSensitive) const;
     int FindText(const char* s, unsigned int start, int caseSensitive) const;
     int ReverseFindText(const char* s, unsigned int start, int caseSensitive) const;
-    template <typename Qualifies> void TrimLeftWhile(Qualifies qualifies);
     bool Owns(const char* s) const;
 
     static const char m_emptyText[1];

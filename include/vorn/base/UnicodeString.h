@@ -12,6 +12,10 @@
 
 namespace vorn::base {
 
+namespace detail {
+template <typename S> class TextBuffer;
+}
+
 class VORN_API CUnicodeString {
 public:
     CUnicodeString() : m_pchData(nullptr) {}
@@ -150,6 +154,9 @@ public:
     CString ToUTF8() const;
 
 private:
+    // The buffer plan that this class shares with CString.
+    template <typename S> friend class detail::TextBuffer;
+
     struct CUnicodeStringData {
         unsigned int capacity;   // units of room, terminator included
         unsigned int length;     // units of text
@@ -180,8 +187,6 @@ private:
     bool HasPrefix(const unsigned short* s, bool caseSensitive) const;
     bool HasSuffix(const unsigned short* s, bool caseSensitive) const;
     int ReverseFindText(const unsigned short* s, unsigned int start) const;
-    template <typename Qualifies> void TrimLeftWhile(Qualifies qualifies);
-    template <typename Qualifies> void TrimRightWhile(Qualifies qualifies);
 
     unsigned short* m_pchData;
 };

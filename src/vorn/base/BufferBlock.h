@@ -73,6 +73,40 @@ void GrowBlock(Char*& text, unsigned int& capacity, unsigned int size, unsigned 
     capacity = rounded;
 }
 
+// Replaces the text by `s`, which may lie inside the block; null or empty leaves the empty text.
+// `grow(size)` makes room for `size` characters, keeping the text.
+template <typename Char, typename Grow>
+void AssignText(Char*& text, const unsigned int& capacity, const Char* s, Grow grow) {
+    if (s == nullptr || *s == 0) {
+        grow(1);
+        text[0] = 0;
+        return;
+    }
+    // A piece of the block's own text is found again where the growth has put it.
+    const long long offset = OffsetInBlock(text, capacity, s);
+    const unsigned int length = LengthOf(text, capacity, s);
+    grow(length + 1);
+    if (offset >= 0)
+        s = text + offset;
+    std::memmove(text, s, std::size_t{length} * sizeof(Char));
+    text[length] = 0;
+}
+
+// Appends `s`, which may lie inside the block; null or empty appends nothing.
+template <typename Char, typename Grow>
+void AppendText(Char*& text, const unsigned int& capacity, const Char* s, Grow grow) {
+    if (s == nullptr || *s == 0)
+        return;
+    const long long offset = OffsetInBlock(text, capacity, s);
+    const unsigned int added = LengthOf(text, capacity, s);
+    const unsigned int length = text == nullptr ? 0 : MeasureText(text, capacity);
+    grow(length + added + 1);
+    if (offset >= 0)
+        s = text + offset;
+    std::memmove(text + length, s, std::size_t{added} * sizeof(Char));
+    text[length + added] = 0;
+}
+
 // Shrinks the block to the text and its terminator.
 template <typename Char>
 void TrimBlock(Char*& text, unsigned int& capacity, const char* source, unsigned int line) {

@@ -4,21 +4,11 @@
 #include <vorn/base/System.h>
 
 #include "platform/Memory.h"
+#include "vorn/base/SpinGuard.h"
 
 namespace vorn::base {
 
 namespace {
-
-class SpinGuard {
-public:
-    explicit SpinGuard(CSpinLock& lock) : m_lock(lock) { m_lock.Acquire(); }
-    ~SpinGuard() { m_lock.Release(); }
-    SpinGuard(const SpinGuard&) = delete;
-    SpinGuard& operator=(const SpinGuard&) = delete;
-
-private:
-    CSpinLock& m_lock;
-};
 
 // The pools come up before, and go after, every other static object of the module and of the
 // programs that load it, so that a string in static storage never outlives its pool.

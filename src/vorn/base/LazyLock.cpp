@@ -3,24 +3,9 @@
 #include <vorn/base/SynchronizationException.h>
 
 #include "vorn/base/LockImplWin.h"
+#include "vorn/base/SpinGuard.h"
 
 namespace vorn::base {
-
-namespace {
-
-// Holds a spin lock for a scope, exceptions included.
-class SpinGuard {
-public:
-    explicit SpinGuard(CSpinLock& lock) : m_lock(lock) { m_lock.Acquire(); }
-    ~SpinGuard() { m_lock.Release(); }
-    SpinGuard(const SpinGuard&) = delete;
-    SpinGuard& operator=(const SpinGuard&) = delete;
-
-private:
-    CSpinLock& m_lock;
-};
-
-} // namespace
 
 CLazyLock::CLazyLock() : m_impl(nullptr) {}
 

@@ -1,27 +1,14 @@
-// The critical section behind CReentrantLock, and the unblocking lock of the conditions:
-// zero-filled, then set up with no spinning, so that contention goes straight to the system's wait.
+// The critical section behind CReentrantLock, and the unblocking lock of the conditions.
 #pragma once
 
-#include <vorn/base/Base.h>
-
-#include "platform/Mutex.h"
+#include "vorn/base/CriticalSectionImpl.h"
 
 namespace vorn::base {
 
-class ReentrantLockImplWin : public CBase, public CNonCopyable {
+class ReentrantLockImplWin : public CriticalSectionImpl {
 public:
     // Throws CSynchronizationException when the system refuses the critical section.
-    ReentrantLockImplWin();
-    ~ReentrantLockImplWin();
-
-    // False when the system reports a failure.
-    bool Enter() { return m_section.Enter(); }
-    // One attempt: true when the calling thread now holds the section.
-    bool TryEnter() { return m_section.TryEnter(); }
-    void Leave() { m_section.Leave(); }
-
-private:
-    vorn::platform::RecursiveMutex m_section;
+    ReentrantLockImplWin() : CriticalSectionImpl("vorn/base/ReentrantLockImplWin", __LINE__) {}
 };
 
 } // namespace vorn::base

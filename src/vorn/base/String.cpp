@@ -3,19 +3,13 @@
 
 #include <cctype>
 #include <climits>
-#include <cstdint>
 #include <cstring>
-#include <new>
 
 #include "platform/Format.h"
 #include "platform/Memory.h"
 #include "platform/Text.h"
 #include "platform/TextConvert.h"
-#include "vorn/base/FixBlockAllocator.h"
-
-// Every buffer keeps two rules beyond those of its header: the length plus the terminator fit in
-// the capacity, and the byte at the length is 0. So no walk to a terminator leaves the block, even
-// when the length runs past the text.
+#include "vorn/base/TextBuffer.h"
 
 namespace vorn::base {
 
@@ -23,23 +17,10 @@ const char CString::m_emptyText[1] = {'\0'};
 
 namespace {
 
-constexpr unsigned int kHeader = 12;
+using Text = detail::TextBuffer<CString>;
+using detail::Length;
 
-// A block with room for `n` bytes by the tier table; `capacity` gets the room it stores. Null when
-// the system refuses a block above 1024; the pools throw for themselves.
-void* TakeBlock(unsigned int n, unsigned int& capacity) {
-    capacity = BlockPoolCapacity(n);
-    if (FixBlockAllocator* pool = StringBlockPool(capacity))
-        return pool->Allocate();
-    return ZK_malloc(static_cast<std::size_t>(capacity) + kHeader);
-}
-
-void GiveBlock(void* block, unsigned int capacity) {
-    if (FixBlockAllocator* pool = StringBlockPool(capacity))
-        pool->Release(block);
-    else
-        ZK_free(block);
-}
+constexpr const char* kSource = "vorn/base/String";
 
 int FormatInto(char* buffer, std::size_t size, const char* format, va_list arguments) {
     va_list copy;
@@ -49,8 +30,24 @@ int FormatInto(char* buffer, std::size_t size, const char* format, va_list argum
     return result;
 }
 
-unsigned int Length(const char* s) {
-    return s == nullptr ? 0 : static_cast<unsigned int>(std::strlen(s));
+// The copy step of AllocCopy: the whole text for a count of -1, else the characters that fit in
+// `count` bytes. The length is measured from what was copied.
+unsigned int CopyText(char* target, const char* text, int count, unsigned int /*size*/) {
+    if (count == -1) {
+        CHCopyC(text, target);
+    } else {
+        CHTruncate(text, target, count + 1, 0);
+        target[count] = '\0';
+    }
+    return Length(target);
+}
+
+const char* NextChar(const char* p) {
+    return CHGetNextCharPtr(p, 0);
+}
+
+bool IsSpace(const char* p) {
+    return std::isspace(static_cast<unsigned char>(*p)) != 0;
 }
 
 } // namespace
@@ -58,91 +55,27 @@ unsigned int Length(const char* s) {
 // ---- Buffers
 
 void CString::AllocBuffer(unsigned int n) {
-    CStringData* data = GetData();
-    if (data != nullptr && data->capacity >= n && data->references <= 1)
-        return;
-    if (data != nullptr)
-        ReleaseBuffer();
-    unsigned int capacity;
-    void* block = TakeBlock(n, capacity);
-    // Left unchecked, a refused block would be written through; it is reported as what it is.
-    if (block == nullptr)
-        throw CMemoryException("vorn/base/String", __LINE__);
-    data = new (block) CStringData{capacity, 0, 1};
-    m_pchData = reinterpret_cast<char*>(data + 1);
-    m_pchData[0] = '\0';
+    Text::AllocBuffer(*this, n, kSource, __LINE__);
 }
 
 void CString::EnsureBufferCapacity(unsigned int n) {
-    CStringData* old = GetData();
-    if (old != nullptr && old->capacity >= n && old->references < 2)
-        return;
-    // A shared buffer is copied whole, even when less room is asked for.
-    if (old != nullptr && n < old->length + 1)
-        n = old->length + 1;
-    unsigned int capacity;
-    void* block = TakeBlock(n, capacity);
-    if (block == nullptr)
-        throw CMemoryException("vorn/base/String", 1967);
-    auto* data = new (block) CStringData{capacity, 0, 1};
-    char* text = reinterpret_cast<char*>(data + 1);
-    if (old != nullptr) {
-        // The whole length is copied, so bytes behind an embedded zero stay what they were.
-        std::memcpy(text, m_pchData, old->length);
-        text[old->length] = '\0';
-        data->length = old->length;
-        ReleaseBuffer();
-    } else {
-        text[0] = '\0';
-    }
-    m_pchData = text;
+    Text::EnsureBufferCapacity(*this, n, kSource, 1967);
 }
 
 void CString::ReleaseBuffer() {
-    CStringData* data = GetData();
-    if (data == nullptr)
-        return;
-    if (data->references <= 1)
-        GiveBlock(data, data->capacity);
-    else
-        --data->references;
-    m_pchData = nullptr;
+    Text::ReleaseBuffer(*this);
 }
 
 void CString::CopyRefBeforeModify() {
-    CStringData* data = GetData();
-    if (data != nullptr && data->references >= 2)
-        AllocCopy(m_pchData, -1);
+    Text::CopyRefBeforeModify(*this);
 }
 
 void CString::AllocCopy(const char* text, int count) {
-    // A count past the end of this string's own text must not free that text before it is read,
-    // and one beyond the int range can't index the buffer: both stop at the end of the text.
-    if (count < -1 || (count > 0 && Owns(text) && static_cast<unsigned int>(count) > Length(text)))
-        count = static_cast<int>(Length(text));
-    unsigned int size = count == -1 ? Length(text) : static_cast<unsigned int>(count);
-    AllocBuffer(size + 1);
-    CStringData* data = GetData();
-    if (text == nullptr) {
-        m_pchData[0] = '\0';
-        data->length = 0;
-        return;
-    }
-    if (count == -1) {
-        CHCopyC(text, m_pchData);
-    } else {
-        CHTruncate(text, m_pchData, count + 1, 0);
-        m_pchData[count] = '\0';
-    }
-    data->length = Length(m_pchData);
+    Text::AllocCopy(*this, text, count, CopyText);
 }
 
 bool CString::Owns(const char* s) const {
-    if (m_pchData == nullptr || s == nullptr)
-        return false;
-    auto p = reinterpret_cast<std::uintptr_t>(s);
-    auto begin = reinterpret_cast<std::uintptr_t>(m_pchData);
-    return p >= begin && p < begin + GetData()->capacity;
+    return Text::Owns(*this, s);
 }
 
 // ---- Construction and assignment
@@ -184,15 +117,7 @@ CString::CString(const unsigned short* s, unsigned int n) : m_pchData(nullptr) {
 }
 
 CString& CString::operator=(const CString& s) {
-    if (this == &s)
-        return *this;
-    if (!s.IsEmpty()) {
-        ReleaseBuffer();
-        Share(s);
-    } else {
-        Empty();
-    }
-    return *this;
+    return Text::Assign(*this, s);
 }
 
 CString& CString::operator=(const char* s) {
@@ -235,12 +160,7 @@ void CString::EnsureCapacity(unsigned int n) {
 }
 
 void CString::SetAt(unsigned int i, char c) {
-    if (i >= GetLength())
-        return;
-    CopyRefBeforeModify();
-    // Unsharing measures the text anew, and a length that ran past the text may have shrunk.
-    if (i < GetLength())
-        m_pchData[i] = c;
+    Text::SetAt(*this, i, c);
 }
 
 // ---- Comparison and search
@@ -425,62 +345,15 @@ CString& CString::operator+=(const char* s) {
 }
 
 unsigned int CString::Insert(unsigned int pos, char c) {
-    if (IsEmpty()) {
-        AllocBuffer(2);
-        m_pchData[0] = c;
-        // The length stays 0; the zero behind keeps any later walk inside the block.
-        m_pchData[1] = '\0';
-        return 1;
-    }
-    CopyRefBeforeModify();
-    const unsigned int length = GetLength();
-    if (pos > length)
-        pos = length;
-    EnsureBufferCapacity(length + 2);
-    std::memmove(m_pchData + pos + 1, m_pchData + pos, length - pos + 1);
-    m_pchData[pos] = c;
-    return ++GetData()->length;
+    return Text::Insert(*this, pos, c);
 }
 
 unsigned int CString::Insert(unsigned int pos, const char* s) {
-    if (IsEmpty()) {
-        AllocCopy(s, -1);
-        return GetLength();
-    }
-    if (s == nullptr || *s == '\0')
-        return GetLength();
-    if (Owns(s)) {
-        CString copy(s);
-        return Insert(pos, static_cast<const char*>(copy));
-    }
-    CopyRefBeforeModify();
-    const unsigned int length = GetLength();
-    const unsigned int added = Length(s);
-    if (pos > length)
-        pos = length;
-    EnsureBufferCapacity(length + added + 1);
-    std::memmove(m_pchData + pos + added, m_pchData + pos, length - pos + 1);
-    std::memcpy(m_pchData + pos, s, added);
-    GetData()->length = length + added;
-    return length + added;
+    return Text::Insert(*this, pos, s);
 }
 
 unsigned int CString::Delete(unsigned int pos, unsigned int count) {
-    if (m_pchData == nullptr)
-        return 0;
-    const unsigned int length = GetLength();
-    if (length == 0 || count == 0 || pos >= length)
-        return length;
-    CopyRefBeforeModify();
-    const unsigned int now = GetLength();
-    if (pos >= now)
-        return length;
-    // A count past the end would move bytes from outside the text: the rest is deleted instead.
-    if (count > now - pos)
-        count = now - pos;
-    std::memmove(m_pchData + pos, m_pchData + pos + count, now - pos - count + 1);
-    GetData()->length = now - count;
-    return length;
+    return Text::Delete(*this, pos, count);
 }
 
 unsigned int CString::Remove(char c) {
@@ -524,53 +397,9 @@ unsigned int CString::Replace(char from, char to) {
 unsigned int CString::Replace(const char* from, const char* to) {
     if (IsEmpty() || from == nullptr || *from == '\0')
         return 0;
-    if (to == nullptr)
-        to = "";
-    const long long fromLength = Length(from);
-    const long long toLength = Length(to);
-
-    // Matches are counted on the text and, behind each embedded zero, on the rest of the length.
-    unsigned int matches = 0;
-    {
-        const char* text = m_pchData;
-        const char* end = text + GetLength();
-        for (const char* p = text; p < end;) {
-            const char* found = CHSearchSubstring(from, p, -1, 1, 0);
-            if (found != nullptr) {
-                ++matches;
-                p = found + fromLength;
-            } else {
-                p += std::strlen(p) + 1;
-            }
-        }
-    }
-    if (matches == 0)
-        return 0;
-
-    CopyRefBeforeModify();
-    const long long newLength =
-        static_cast<long long>(GetLength()) + matches * (toLength - fromLength);
-    EnsureBufferCapacity(static_cast<unsigned int>(newLength) + 1);
-    char* text = m_pchData;
-    long long length = GetLength();
-    unsigned int done = 0;
-    for (long long pos = 0; pos < length && done < matches;) {
-        const char* found = CHSearchSubstring(from, text + pos, -1, 1, 0);
-        if (found == nullptr) {
-            pos += static_cast<long long>(std::strlen(text + pos)) + 1;
-            continue;
-        }
-        const long long at = found - text;
-        std::memmove(text + at + toLength, text + at + fromLength,
-                     static_cast<std::size_t>(length - at - fromLength + 1));
-        std::memcpy(text + at, to, static_cast<std::size_t>(toLength));
-        length += toLength - fromLength;
-        text[length] = '\0';
-        pos = at + toLength;
-        ++done;
-    }
-    GetData()->length = static_cast<unsigned int>(length);
-    return matches;
+    return Text::Replace(*this, from, to == nullptr ? "" : to, [](const char* p, const char* f) {
+        return CHSearchSubstring(f, p, -1, 1, 0);
+    });
 }
 
 void CString::MakeUpper() {
@@ -604,40 +433,25 @@ void CString::MakeReverse() {
     ZK_free(reversed);
 }
 
-template <typename Qualifies> void CString::TrimLeftWhile(Qualifies qualifies) {
-    CopyRefBeforeModify();
-    const char* p = m_pchData;
-    while (*p != '\0' && qualifies(p))
-        p = CHGetNextCharPtr(p, 0);
-    if (p == m_pchData)
-        return;
-    if (*p == '\0') {
-        Empty();
-        return;
-    }
-    const auto shift = static_cast<unsigned int>(p - m_pchData);
-    std::memmove(m_pchData, p, std::strlen(p) + 1);
-    CStringData* data = GetData();
-    data->length -= shift;
-    m_pchData[data->length] = '\0';
-}
-
 void CString::TrimLeft() {
     if (IsEmpty())
         return;
-    TrimLeftWhile([](const char* p) { return std::isspace(static_cast<unsigned char>(*p)) != 0; });
+    Text::TrimLeftWhile(*this, IsSpace, NextChar);
 }
 
 void CString::TrimLeft(char c) {
     if (IsEmpty())
         return;
-    TrimLeftWhile([c](const char* p) { return *p == c; });
+    Text::TrimLeftWhile(
+        *this, [c](const char* p) { return *p == c; }, NextChar);
 }
 
 void CString::TrimLeft(const char* set) {
     if (IsEmpty() || set == nullptr || *set == '\0')
         return;
-    TrimLeftWhile([set](const char* p) { return CHSearchCharLeft(p, set, -1, 0) != nullptr; });
+    Text::TrimLeftWhile(
+        *this, [set](const char* p) { return CHSearchCharLeft(p, set, -1, 0) != nullptr; },
+        NextChar);
 }
 
 void CString::TrimLeft(const CString& set) {
@@ -647,22 +461,7 @@ void CString::TrimLeft(const CString& set) {
 void CString::TrimRight() {
     if (IsEmpty())
         return;
-    CopyRefBeforeModify();
-    const char* run = nullptr;
-    for (const char* p = m_pchData; *p != '\0'; p = CHGetNextCharPtr(p, 0)) {
-        if (std::isspace(static_cast<unsigned char>(*p)) == 0)
-            run = nullptr;
-        else if (run == nullptr)
-            run = p;
-    }
-    if (run == nullptr)
-        return;
-    if (run == m_pchData) {
-        Empty();
-        return;
-    }
-    m_pchData[run - m_pchData] = '\0';
-    GetData()->length = Length(m_pchData);
+    Text::TrimRightWhile(*this, IsSpace, NextChar);
 }
 
 void CString::TrimRight(char c) {
@@ -678,45 +477,27 @@ void CString::TrimRight(const CString& set) {
 // ---- Substrings
 
 CString CString::SubString(unsigned int start) {
-    CString result;
-    if (IsEmpty() || start >= GetLength())
-        return result;
-    result.AllocCopy(m_pchData + start, -1);
-    return result;
+    return Text::SubString(*this, start);
 }
 
 CString CString::SubString(unsigned int start, unsigned int end) {
-    CString result;
-    const unsigned int length = GetLength();
-    if (IsEmpty() || start >= length || start >= end)
-        return result;
-    const unsigned int stop = end < length ? end : length;
-    result.AllocCopy(m_pchData + start, static_cast<int>(stop - start));
-    return result;
+    return Text::SubString(*this, start, end);
 }
 
 CString CString::Mid(unsigned int start) {
-    return SubString(start);
+    return Text::SubString(*this, start);
 }
 
 CString CString::Mid(unsigned int start, int count) {
-    return SubString(start, start + static_cast<unsigned int>(count));
+    return Text::Mid(*this, start, count);
 }
 
 CString CString::Left(unsigned int n) {
-    if (IsEmpty())
-        return CString();
-    if (n >= GetLength())
-        return *this;
-    return Mid(0, static_cast<int>(n));
+    return Text::Left(*this, n);
 }
 
 CString CString::Right(unsigned int n) {
-    if (IsEmpty())
-        return CString();
-    if (n >= GetLength())
-        return *this;
-    return Mid(GetLength() - n - 1, static_cast<int>(n));
+    return Text::Right(*this, n);
 }
 
 // ---- Formatting
@@ -736,29 +517,7 @@ void CString::Format(const char* format, ...) {
 }
 
 void CString::FormatV(const char* format, va_list arguments) {
-    std::size_t size = 1024;
-    // One byte more than the formatter may fill: output that filled the whole size, or didn't
-    // fit, has no terminator of its own.
-    char* buffer = static_cast<char*>(ZK_malloc(size + 1));
-    if (buffer == nullptr)
-        throw CMemoryException("vorn/base/String", 1763);
-    int result = FormatInto(buffer, size, format, arguments);
-    while (result == static_cast<int>(size) - 1) {
-        ZK_free(buffer);
-        size += 1024;
-        buffer = static_cast<char*>(ZK_malloc(size + 1));
-        if (buffer == nullptr)
-            throw CMemoryException("vorn/base/String", 1780);
-        result = FormatInto(buffer, size, format, arguments);
-    }
-    buffer[size] = '\0';
-    try {
-        AllocCopy(buffer, -1);
-    } catch (...) {
-        ZK_free(buffer);
-        throw;
-    }
-    ZK_free(buffer);
+    Text::FormatV(*this, format, arguments, FormatInto, kSource, 1763, 1780);
 }
 
 // ---- Free operators

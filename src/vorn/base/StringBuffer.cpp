@@ -96,19 +96,7 @@ void CStringBuffer::Empty() {
 // ---- Assignment
 
 void CStringBuffer::AssignText(const char* s) {
-    if (s == nullptr || *s == '\0') {
-        EnsureCapacity(1);
-        m_text[0] = '\0';
-        return;
-    }
-    // A piece of this buffer's own text is found again where the growth has put it.
-    const long long offset = detail::OffsetInBlock(m_text, m_capacity, s);
-    const unsigned int length = detail::LengthOf(m_text, m_capacity, s);
-    EnsureCapacity(length + 1);
-    if (offset >= 0)
-        s = m_text + offset;
-    std::memmove(m_text, s, length);
-    m_text[length] = '\0';
+    detail::AssignText(m_text, m_capacity, s, [this](unsigned int size) { EnsureCapacity(size); });
 }
 
 CStringBuffer& CStringBuffer::operator=(const CStringBuffer& s) {
@@ -158,16 +146,7 @@ CStringBuffer& CStringBuffer::operator=(const CUnicodeString& s) {
 // ---- Appending
 
 void CStringBuffer::AppendText(const char* s) {
-    if (s == nullptr || *s == '\0')
-        return;
-    const long long offset = detail::OffsetInBlock(m_text, m_capacity, s);
-    const unsigned int added = detail::LengthOf(m_text, m_capacity, s);
-    const unsigned int length = Measure();
-    EnsureCapacity(length + added + 1);
-    if (offset >= 0)
-        s = m_text + offset;
-    std::memmove(m_text + length, s, added);
-    m_text[length + added] = '\0';
+    detail::AppendText(m_text, m_capacity, s, [this](unsigned int size) { EnsureCapacity(size); });
 }
 
 CStringBuffer& CStringBuffer::operator+=(const CString& s) {

@@ -5,7 +5,6 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
-#include <new>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -15,38 +14,17 @@
 #include "platform/Memory.h"
 #include "platform/TextConvert.h"
 #include "platform/UniText.h"
-#include "vorn/base/FixBlockAllocator.h"
-
-// Every buffer keeps two rules beyond those of its header: the length plus the terminator fit in
-// the capacity, and the unit at the length is 0. So no walk to a terminator leaves the block, even
-// when a unit of 0 was stored inside the text.
+#include "vorn/base/TextBuffer.h"
 
 namespace vorn::base {
 
 namespace {
 
-constexpr unsigned int kHeader = 12;
+using Text = detail::TextBuffer<CUnicodeString>;
+using detail::Length;
+
+constexpr const char* kSource = "vorn/base/UnicodeString";
 constexpr std::size_t kUnit = sizeof(unsigned short);
-
-// A block with room for `n` units by the tier table; `capacity` gets the room it stores. Null when
-// the system refuses a block above 1024; the pools throw for themselves.
-void* TakeBlock(unsigned int n, unsigned int& capacity) {
-    capacity = BlockPoolCapacity(n);
-    if (FixBlockAllocator* pool = UnicodeBlockPool(capacity))
-        return pool->Allocate();
-    return ZK_malloc(static_cast<std::size_t>(capacity) * kUnit + kHeader);
-}
-
-void GiveBlock(void* block, unsigned int capacity) {
-    if (FixBlockAllocator* pool = UnicodeBlockPool(capacity))
-        pool->Release(block);
-    else
-        ZK_free(block);
-}
-
-unsigned int Length(const unsigned short* s) {
-    return s == nullptr ? 0 : static_cast<unsigned int>(ZK::ucslen(s));
-}
 
 // The first zero unit of a buffer's text, which has one at `length` at the latest. Appending
 // scans for it from the start; eight units at a time, the scan reads nothing past the length.
@@ -87,6 +65,19 @@ private:
     CUnicodeStringBuffer m_buffer;
 };
 
+// The copy step of AllocCopy: `count` units, or all `size` of them with the terminator for -1.
+unsigned int CopyUnits(unsigned short* target, const unsigned short* text, int count,
+                       unsigned int size) {
+    if (count == -1) {
+        // The measured text with its terminator; it may lie behind the target in this buffer.
+        std::memmove(target, text, (std::size_t{size} + 1) * kUnit);
+        return size;
+    }
+    ZK::ucsncpy(target, text, static_cast<std::size_t>(count));
+    target[count] = 0;
+    return Length(target);
+}
+
 int FormatInto(unsigned short* buffer, std::size_t units, const unsigned short* format,
                va_list arguments) {
     va_list copy;
@@ -101,93 +92,27 @@ int FormatInto(unsigned short* buffer, std::size_t units, const unsigned short* 
 // ---- Buffers
 
 void CUnicodeString::AllocBuffer(unsigned int n) {
-    CUnicodeStringData* data = GetData();
-    if (data != nullptr && data->capacity >= n && data->references <= 1)
-        return;
-    if (data != nullptr)
-        ReleaseBuffer();
-    unsigned int capacity;
-    void* block = TakeBlock(n, capacity);
-    // Left unchecked, a refused block would be written through; it is reported as what it is.
-    if (block == nullptr)
-        throw CMemoryException("vorn/base/UnicodeString", __LINE__);
-    data = new (block) CUnicodeStringData{capacity, 0, 1};
-    m_pchData = reinterpret_cast<unsigned short*>(data + 1);
-    m_pchData[0] = 0;
+    Text::AllocBuffer(*this, n, kSource, __LINE__);
 }
 
 void CUnicodeString::EnsureBufferCapacity(unsigned int n) {
-    CUnicodeStringData* old = GetData();
-    if (old != nullptr && old->capacity >= n && old->references < 2)
-        return;
-    // A shared buffer is copied whole, even when less room is asked for.
-    if (old != nullptr && n < old->length + 1)
-        n = old->length + 1;
-    unsigned int capacity;
-    void* block = TakeBlock(n, capacity);
-    if (block == nullptr)
-        throw CMemoryException("vorn/base/UnicodeString", 2519);
-    auto* data = new (block) CUnicodeStringData{capacity, 0, 1};
-    auto* text = reinterpret_cast<unsigned short*>(data + 1);
-    if (old != nullptr) {
-        // The whole length is copied, so units behind a stored 0 stay what they were.
-        std::memcpy(text, m_pchData, old->length * kUnit);
-        text[old->length] = 0;
-        data->length = old->length;
-        ReleaseBuffer();
-    } else {
-        text[0] = 0;
-    }
-    m_pchData = text;
+    Text::EnsureBufferCapacity(*this, n, kSource, 2519);
 }
 
 void CUnicodeString::ReleaseBuffer() {
-    CUnicodeStringData* data = GetData();
-    if (data == nullptr)
-        return;
-    if (data->references <= 1)
-        GiveBlock(data, data->capacity);
-    else
-        --data->references;
-    m_pchData = nullptr;
+    Text::ReleaseBuffer(*this);
 }
 
 void CUnicodeString::CopyRefBeforeModify() {
-    CUnicodeStringData* data = GetData();
-    if (data != nullptr && data->references >= 2)
-        AllocCopy(m_pchData, -1);
+    Text::CopyRefBeforeModify(*this);
 }
 
 void CUnicodeString::AllocCopy(const unsigned short* text, int count) {
-    // A count past the end of this string's own text must not free that text before it is read,
-    // and one beyond the int range can't index the buffer: both stop at the end of the text.
-    if (count < -1 || (count > 0 && Owns(text) && static_cast<unsigned int>(count) > Length(text)))
-        count = static_cast<int>(Length(text));
-    const unsigned int size = count == -1 ? Length(text) : static_cast<unsigned int>(count);
-    AllocBuffer(size + 1);
-    CUnicodeStringData* data = GetData();
-    if (text == nullptr) {
-        m_pchData[0] = 0;
-        data->length = 0;
-        return;
-    }
-    if (count == -1) {
-        // The measured text with its terminator; it may lie behind the target in this buffer.
-        std::memmove(m_pchData, text, (static_cast<std::size_t>(size) + 1) * kUnit);
-        data->length = size;
-        return;
-    }
-    ZK::ucsncpy(m_pchData, text, static_cast<std::size_t>(count));
-    m_pchData[count] = 0;
-    data->length = Length(m_pchData);
+    Text::AllocCopy(*this, text, count, CopyUnits);
 }
 
 bool CUnicodeString::Owns(const unsigned short* s) const {
-    if (m_pchData == nullptr || s == nullptr)
-        return false;
-    auto p = reinterpret_cast<std::uintptr_t>(s);
-    auto begin = reinterpret_cast<std::uintptr_t>(m_pchData);
-    return p >= begin && p < begin + GetData()->capacity * kUnit;
+    return Text::Owns(*this, s);
 }
 
 // ---- Construction and assignment
@@ -230,15 +155,7 @@ CUnicodeString::CUnicodeString(const unsigned short* s, unsigned int n) : m_pchD
 }
 
 CUnicodeString& CUnicodeString::operator=(const CUnicodeString& s) {
-    if (this == &s)
-        return *this;
-    if (!s.IsEmpty()) {
-        ReleaseBuffer();
-        Share(s);
-    } else {
-        Empty();
-    }
-    return *this;
+    return Text::Assign(*this, s);
 }
 
 CUnicodeString& CUnicodeString::operator=(const char* s) {
@@ -293,12 +210,7 @@ CUnicodeString::operator const unsigned short*() const {
 }
 
 void CUnicodeString::SetAt(unsigned int i, unsigned short c) {
-    if (i >= GetLength())
-        return;
-    CopyRefBeforeModify();
-    // Unsharing measures the text anew, and a stored 0 may have shortened it.
-    if (i < GetLength())
-        m_pchData[i] = c;
+    Text::SetAt(*this, i, c);
 }
 
 // ---- Comparison and search
@@ -543,21 +455,7 @@ CUnicodeString& CUnicodeString::operator+=(const char* s) {
 }
 
 unsigned int CUnicodeString::Insert(unsigned int pos, unsigned short c) {
-    if (IsEmpty()) {
-        AllocBuffer(2);
-        m_pchData[0] = c;
-        // The length stays 0; the zero behind keeps any later walk inside the block.
-        m_pchData[1] = 0;
-        return 1;
-    }
-    CopyRefBeforeModify();
-    const unsigned int length = GetLength();
-    if (pos > length)
-        pos = length;
-    EnsureBufferCapacity(length + 2);
-    std::memmove(m_pchData + pos + 1, m_pchData + pos, (length - pos + 1) * kUnit);
-    m_pchData[pos] = c;
-    return ++GetData()->length;
+    return Text::Insert(*this, pos, c);
 }
 
 unsigned int CUnicodeString::Insert(unsigned int pos, char c) {
@@ -565,26 +463,7 @@ unsigned int CUnicodeString::Insert(unsigned int pos, char c) {
 }
 
 unsigned int CUnicodeString::Insert(unsigned int pos, const unsigned short* s) {
-    if (IsEmpty()) {
-        AllocCopy(s, -1);
-        return GetLength();
-    }
-    if (IsEmptyText(s))
-        return GetLength();
-    if (Owns(s)) {
-        const CUnicodeString copy(s);
-        return Insert(pos, copy.m_pchData);
-    }
-    CopyRefBeforeModify();
-    const unsigned int length = GetLength();
-    const unsigned int added = Length(s);
-    if (pos > length)
-        pos = length;
-    EnsureBufferCapacity(length + added + 1);
-    std::memmove(m_pchData + pos + added, m_pchData + pos, (length - pos + 1) * kUnit);
-    std::memcpy(m_pchData + pos, s, added * kUnit);
-    GetData()->length = length + added;
-    return length + added;
+    return Text::Insert(*this, pos, s);
 }
 
 unsigned int CUnicodeString::Insert(unsigned int pos, const char* s) {
@@ -592,21 +471,7 @@ unsigned int CUnicodeString::Insert(unsigned int pos, const char* s) {
 }
 
 unsigned int CUnicodeString::Delete(unsigned int pos, unsigned int count) {
-    if (m_pchData == nullptr)
-        return 0;
-    const unsigned int length = GetLength();
-    if (length == 0 || count == 0 || pos >= length)
-        return length;
-    CopyRefBeforeModify();
-    const unsigned int now = GetLength();
-    if (pos >= now)
-        return length;
-    // A count past the end would move units from outside the text: the rest is deleted instead.
-    if (count > now - pos)
-        count = now - pos;
-    std::memmove(m_pchData + pos, m_pchData + pos + count, (now - pos - count + 1) * kUnit);
-    GetData()->length = now - count;
-    return length;
+    return Text::Delete(*this, pos, count);
 }
 
 unsigned int CUnicodeString::Remove(unsigned short c) {
@@ -659,50 +524,9 @@ unsigned int CUnicodeString::Replace(const unsigned short* from, const unsigned 
         const CUnicodeString fromCopy(from), toCopy(to);
         return Replace(static_cast<const unsigned short*>(fromCopy), toCopy.m_pchData);
     }
-    const long long fromLength = Length(from);
-    const long long toLength = Length(to);
-
-    // Matches are counted on the text and, behind each stored 0, on the rest of the length.
-    unsigned int matches = 0;
-    {
-        const unsigned short* end = m_pchData + GetLength();
-        for (const unsigned short* p = m_pchData; p < end;) {
-            const unsigned short* found = ZK::ucsstr(p, from);
-            if (found != nullptr) {
-                ++matches;
-                p = found + fromLength;
-            } else {
-                p += ZK::ucslen(p) + 1;
-            }
-        }
-    }
-    if (matches == 0)
-        return 0;
-
-    CopyRefBeforeModify();
-    const long long newLength =
-        static_cast<long long>(GetLength()) + matches * (toLength - fromLength);
-    EnsureBufferCapacity(static_cast<unsigned int>(newLength) + 1);
-    unsigned short* text = m_pchData;
-    long long length = GetLength();
-    unsigned int done = 0;
-    for (long long pos = 0; pos < length && done < matches;) {
-        const unsigned short* found = ZK::ucsstr(text + pos, from);
-        if (found == nullptr) {
-            pos += static_cast<long long>(ZK::ucslen(text + pos)) + 1;
-            continue;
-        }
-        const long long at = found - text;
-        std::memmove(text + at + toLength, text + at + fromLength,
-                     static_cast<std::size_t>(length - at - fromLength + 1) * kUnit);
-        std::memcpy(text + at, to, static_cast<std::size_t>(toLength) * kUnit);
-        length += toLength - fromLength;
-        text[length] = 0;
-        pos = at + toLength;
-        ++done;
-    }
-    GetData()->length = static_cast<unsigned int>(length);
-    return matches;
+    return Text::Replace(*this, from, to, [](const unsigned short* p, const unsigned short* f) {
+        return ZK::ucsstr(p, f);
+    });
 }
 
 unsigned int CUnicodeString::Replace(const char* from, const char* to) {
@@ -730,57 +554,27 @@ void CUnicodeString::MakeReverse() {
     ZK::ucsrev(m_pchData);
 }
 
-template <typename Qualifies> void CUnicodeString::TrimLeftWhile(Qualifies qualifies) {
-    CopyRefBeforeModify();
-    const unsigned short* p = m_pchData;
-    while (*p != 0 && qualifies(*p))
-        ++p;
-    if (p == m_pchData)
-        return;
-    if (*p == 0) {
-        Empty();
-        return;
-    }
-    const auto shift = static_cast<unsigned int>(p - m_pchData);
-    std::memmove(m_pchData, p, (ZK::ucslen(p) + 1) * kUnit);
-    CUnicodeStringData* data = GetData();
-    data->length -= shift;
-    m_pchData[data->length] = 0;
-}
-
-template <typename Qualifies> void CUnicodeString::TrimRightWhile(Qualifies qualifies) {
-    CopyRefBeforeModify();
-    unsigned short* run = nullptr;
-    for (unsigned short* p = m_pchData; *p != 0; ++p) {
-        if (!qualifies(*p))
-            run = nullptr;
-        else if (run == nullptr)
-            run = p;
-    }
-    if (run == nullptr)
-        return;
-    if (run == m_pchData) {
-        Empty();
-        return;
-    }
-    *run = 0;
-    GetData()->length = Length(m_pchData);
-}
-
 namespace {
-bool IsSpace(unsigned short c) {
-    return ZK::isuspace(c) != 0;
+
+bool IsSpace(const unsigned short* p) {
+    return ZK::isuspace(*p) != 0;
 }
+
+const unsigned short* NextUnit(const unsigned short* p) {
+    return p + 1;
+}
+
 } // namespace
 
 void CUnicodeString::TrimLeft() {
     if (!IsEmpty())
-        TrimLeftWhile(IsSpace);
+        Text::TrimLeftWhile(*this, IsSpace, NextUnit);
 }
 
 void CUnicodeString::TrimLeft(unsigned short c) {
     if (!IsEmpty())
-        TrimLeftWhile([c](unsigned short unit) { return unit == c; });
+        Text::TrimLeftWhile(
+            *this, [c](const unsigned short* p) { return *p == c; }, NextUnit);
 }
 
 void CUnicodeString::TrimLeft(char c) {
@@ -789,7 +583,9 @@ void CUnicodeString::TrimLeft(char c) {
 
 void CUnicodeString::TrimLeft(const unsigned short* set) {
     if (!IsEmpty() && !IsEmptyText(set))
-        TrimLeftWhile([set](unsigned short unit) { return ZK::ucschr(set, unit) != nullptr; });
+        Text::TrimLeftWhile(
+            *this, [set](const unsigned short* p) { return ZK::ucschr(set, *p) != nullptr; },
+            NextUnit);
 }
 
 void CUnicodeString::TrimLeft(const char* set) {
@@ -799,12 +595,13 @@ void CUnicodeString::TrimLeft(const char* set) {
 
 void CUnicodeString::TrimRight() {
     if (!IsEmpty())
-        TrimRightWhile(IsSpace);
+        Text::TrimRightWhile(*this, IsSpace, NextUnit);
 }
 
 void CUnicodeString::TrimRight(unsigned short c) {
     if (!IsEmpty())
-        TrimRightWhile([c](unsigned short unit) { return unit == c; });
+        Text::TrimRightWhile(
+            *this, [c](const unsigned short* p) { return *p == c; }, NextUnit);
 }
 
 void CUnicodeString::TrimRight(char c) {
@@ -813,7 +610,9 @@ void CUnicodeString::TrimRight(char c) {
 
 void CUnicodeString::TrimRight(const unsigned short* set) {
     if (!IsEmpty() && !IsEmptyText(set))
-        TrimRightWhile([set](unsigned short unit) { return ZK::ucschr(set, unit) != nullptr; });
+        Text::TrimRightWhile(
+            *this, [set](const unsigned short* p) { return ZK::ucschr(set, *p) != nullptr; },
+            NextUnit);
 }
 
 void CUnicodeString::TrimRight(const char* set) {
@@ -824,45 +623,27 @@ void CUnicodeString::TrimRight(const char* set) {
 // ---- Substrings
 
 CUnicodeString CUnicodeString::SubString(unsigned int start) {
-    CUnicodeString result;
-    if (IsEmpty() || start >= GetLength())
-        return result;
-    result.AllocCopy(m_pchData + start, -1);
-    return result;
+    return Text::SubString(*this, start);
 }
 
 CUnicodeString CUnicodeString::SubString(unsigned int start, unsigned int end) {
-    CUnicodeString result;
-    const unsigned int length = GetLength();
-    if (IsEmpty() || start >= length || start >= end)
-        return result;
-    const unsigned int stop = end < length ? end : length;
-    result.AllocCopy(m_pchData + start, static_cast<int>(stop - start));
-    return result;
+    return Text::SubString(*this, start, end);
 }
 
 CUnicodeString CUnicodeString::Mid(unsigned int start) {
-    return SubString(start);
+    return Text::SubString(*this, start);
 }
 
 CUnicodeString CUnicodeString::Mid(unsigned int start, int count) {
-    return SubString(start, start + static_cast<unsigned int>(count));
+    return Text::Mid(*this, start, count);
 }
 
 CUnicodeString CUnicodeString::Left(unsigned int n) {
-    if (IsEmpty())
-        return CUnicodeString();
-    if (n >= GetLength())
-        return *this;
-    return Mid(0, static_cast<int>(n));
+    return Text::Left(*this, n);
 }
 
 CUnicodeString CUnicodeString::Right(unsigned int n) {
-    if (IsEmpty())
-        return CUnicodeString();
-    if (n >= GetLength())
-        return *this;
-    return Mid(GetLength() - n - 1, static_cast<int>(n));
+    return Text::Right(*this, n);
 }
 
 // ---- Formatting
@@ -885,29 +666,7 @@ void CUnicodeString::FormatV(const unsigned short* format, va_list arguments) {
     // A null format would be read by the formatter; it does nothing here, as in Format.
     if (format == nullptr)
         return;
-    std::size_t units = 1024;
-    // One unit more than the formatter may fill: output that filled every unit, or didn't fit,
-    // has no terminator of its own.
-    auto* buffer = static_cast<unsigned short*>(ZK_malloc((units + 1) * kUnit));
-    if (buffer == nullptr)
-        throw CMemoryException("vorn/base/UnicodeString", 2309);
-    int result = FormatInto(buffer, units, format, arguments);
-    while (result == static_cast<int>(units) - 1) {
-        ZK_free(buffer);
-        units += 1024;
-        buffer = static_cast<unsigned short*>(ZK_malloc((units + 1) * kUnit));
-        if (buffer == nullptr)
-            throw CMemoryException("vorn/base/UnicodeString", 2326);
-        result = FormatInto(buffer, units, format, arguments);
-    }
-    buffer[units] = 0;
-    try {
-        AllocCopy(buffer, -1);
-    } catch (...) {
-        ZK_free(buffer);
-        throw;
-    }
-    ZK_free(buffer);
+    Text::FormatV(*this, format, arguments, FormatInto, kSource, 2309, 2326);
 }
 
 // ---- Free operators

@@ -101,19 +101,7 @@ void CUnicodeStringBuffer::Empty() {
 // ---- Assignment
 
 void CUnicodeStringBuffer::AssignWide(const unsigned short* s) {
-    if (s == nullptr || *s == 0) {
-        EnsureCapacity(1);
-        m_text[0] = 0;
-        return;
-    }
-    // A piece of this buffer's own text is found again where the growth has put it.
-    const long long offset = detail::OffsetInBlock(m_text, m_capacity, s);
-    const unsigned int length = detail::LengthOf(m_text, m_capacity, s);
-    EnsureCapacity(length + 1);
-    if (offset >= 0)
-        s = m_text + offset;
-    std::memmove(m_text, s, length * sizeof(unsigned short));
-    m_text[length] = 0;
+    detail::AssignText(m_text, m_capacity, s, [this](unsigned int size) { EnsureCapacity(size); });
 }
 
 CUnicodeStringBuffer& CUnicodeStringBuffer::operator=(const CUnicodeStringBuffer& s) {
@@ -161,16 +149,7 @@ CUnicodeStringBuffer& CUnicodeStringBuffer::operator=(const char* s) {
 // ---- Appending
 
 void CUnicodeStringBuffer::AppendWide(const unsigned short* s) {
-    if (s == nullptr || *s == 0)
-        return;
-    const long long offset = detail::OffsetInBlock(m_text, m_capacity, s);
-    const unsigned int added = detail::LengthOf(m_text, m_capacity, s);
-    const unsigned int length = Measure();
-    EnsureCapacity(length + 1 + added);
-    if (offset >= 0)
-        s = m_text + offset;
-    std::memmove(m_text + length, s, added * sizeof(unsigned short));
-    m_text[length + added] = 0;
+    detail::AppendText(m_text, m_capacity, s, [this](unsigned int size) { EnsureCapacity(size); });
 }
 
 CUnicodeStringBuffer& CUnicodeStringBuffer::operator+=(const CUnicodeString& s) {

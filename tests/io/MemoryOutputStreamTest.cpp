@@ -52,6 +52,10 @@ TEST(MemoryOutputStream, GrowsByTheRoundedGranule) {
     CMemoryOutputStream odd(0, 100); // no power of two: 150 rounds to 200
     EXPECT_EQ(CountAllocations([&] { EXPECT_TRUE(odd.EnsureBufferCapacity(150)); }), 1u);
     EXPECT_EQ(CountAllocations([&] { EXPECT_TRUE(odd.EnsureBufferCapacity(200)); }), 0u);
+    // With a granule of 100000, 97000 wraps in the rounding to 165408: more than the 100000
+    // there are, though the request itself is below them.
+    CMemoryOutputStream wide(1, 100000);
+    EXPECT_EQ(CountAllocations([&] { EXPECT_TRUE(wide.EnsureBufferCapacity(97000)); }), 1u);
     // 2^32 - 16 rounds past 4 GiB: refused, never a tiny block.
     EXPECT_EQ(CountAllocations([&] { EXPECT_FALSE(lazy.EnsureBufferCapacity(0xFFFFFFF0u)); }), 0u);
 }

@@ -60,6 +60,56 @@ unsigned int DecodeUTF8(const unsigned char* text, long long bytes, unsigned sho
     return units;
 }
 
+// The bytes that `length` units of `text` take in UTF-8, without the terminator.
+unsigned int CountUTF8(const unsigned short* text, unsigned int length) {
+    unsigned int count = 0;
+    for (unsigned int i = 0; i < length;) {
+        const unsigned short c = text[i];
+        if (c < 0x80) {
+            count += 1;
+        } else if (c < 0x800) {
+            count += 2;
+        } else if (IsHighSurrogate(c)) {
+            count += 1;
+            if (i + 1 < length)
+                ++i;
+        } else {
+            count += 3;
+        }
+        ++i;
+    }
+    return count;
+}
+
+// Writes the UTF-8 of `length` units of `text` and a terminator into `target` of `size` bytes,
+// which holds the count of CountUTF8 and the terminator.
+void EncodeUTF8(const unsigned short* text, unsigned int length, char* target, unsigned int size) {
+    unsigned int at = 0;
+    for (unsigned int i = 0; i < length; ++i) {
+        const unsigned short c = text[i];
+        if (c < 0x80) {
+            target[at++] = static_cast<char>(c);
+        } else if (c < 0x800) {
+            target[at++] = static_cast<char>(0xC0 | (c >> 6));
+            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
+        } else if (IsHighSurrogate(c)) {
+            target[at++] = '?';
+            if (i + 1 < length) {
+                ++i;
+            } else if (at < size - 1) {
+                // The second '?' of a high surrogate that ends the text was never counted: it is
+                // written only where the terminator still fits behind it.
+                target[at++] = '?';
+            }
+        } else {
+            target[at++] = static_cast<char>(0xE0 | (c >> 12));
+            target[at++] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    target[at] = '\0';
+}
+
 } // namespace
 
 void CUnicodeString::FromUTF8(const char* text, int length) {
@@ -79,53 +129,13 @@ int CUnicodeString::ToUTF8(char* target, int size) const {
     const unsigned int length = GetLength();
     if (length == 0)
         return 0;
-    const unsigned short* text = m_pchData;
-    unsigned int count = 0;
-    for (unsigned int i = 0; i < length;) {
-        const unsigned short c = text[i];
-        if (c < 0x80) {
-            count += 1;
-        } else if (c < 0x800) {
-            count += 2;
-        } else if (IsHighSurrogate(c)) {
-            count += 1;
-            if (i + 1 < length)
-                ++i;
-        } else {
-            count += 3;
-        }
-        ++i;
-    }
+    const unsigned int count = CountUTF8(m_pchData, length);
     if (size == -1)
         return static_cast<int>(count + 1);
     // No target is no room.
     if (size < 0 || static_cast<unsigned int>(size) < count + 1 || target == nullptr)
         return -1;
-
-    unsigned int at = 0;
-    for (unsigned int i = 0; i < length; ++i) {
-        const unsigned short c = text[i];
-        if (c < 0x80) {
-            target[at++] = static_cast<char>(c);
-        } else if (c < 0x800) {
-            target[at++] = static_cast<char>(0xC0 | (c >> 6));
-            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
-        } else if (IsHighSurrogate(c)) {
-            target[at++] = '?';
-            if (i + 1 < length) {
-                ++i;
-            } else if (at < static_cast<unsigned int>(size) - 1) {
-                // The second '?' of a high surrogate that ends the text was never counted: it is
-                // written only where the terminator still fits behind it.
-                target[at++] = '?';
-            }
-        } else {
-            target[at++] = static_cast<char>(0xE0 | (c >> 12));
-            target[at++] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    target[at] = '\0';
+    EncodeUTF8(m_pchData, length, target, static_cast<unsigned int>(size));
     return static_cast<int>(count);
 }
 
@@ -139,7 +149,8 @@ CString CUnicodeString::ToUTF8() const {
     const int room = IsHighSurrogate(m_pchData[GetLength() - 1]) ? size + 1 : size;
     CString result;
     result.AllocBuffer(static_cast<unsigned int>(room));
-    ToUTF8(result.m_pchData, room);
+    // The fill of ToUTF8(buffer, room), without counting the text a second time.
+    EncodeUTF8(m_pchData, GetLength(), result.m_pchData, static_cast<unsigned int>(room));
     result.GetData()->length = static_cast<unsigned int>(std::strlen(result.m_pchData));
     return result;
 }

@@ -1,6 +1,7 @@
 #include <vorn/io/MemoryOutputStream.h>
 
 #include <climits>
+#include <cstdint>
 #include <cstring>
 
 #include <vorn/base/MemoryException.h>
@@ -12,8 +13,21 @@
 namespace vorn::io {
 
 namespace {
+
 const char* const kSource = "vorn/io/MemoryOutputStream";
+
+// Where the granule times the capacity can't wrap, the capacity is a multiple of the granule and
+// any request up to it rounds to at most it: room that is there is found without the division of
+// the rounding, which every byte written would otherwise pay.
+inline bool HasRoomFor(unsigned int capacity, unsigned int have, unsigned int growth) {
+    return capacity <= have && std::uint64_t{growth - 1} * have <= std::uint64_t{UINT_MAX};
 }
+
+[[noreturn]] __attribute__((noinline, cold)) void Throw(unsigned int line, const char* message) {
+    throw CIOException(kSource, line, message, nullptr);
+}
+
+} // namespace
 
 VORN_DEFINE_CLASS_BASE(CMemoryOutputStream, "vorn::io::CMemoryOutputStream",
                        "vorn::io::COutputStream")
@@ -32,6 +46,8 @@ CMemoryOutputStream::~CMemoryOutputStream() {
 }
 
 bool CMemoryOutputStream::EnsureBufferCapacity(unsigned int capacity) {
+    if (HasRoomFor(capacity, m_capacity, m_growth))
+        return true;
     unsigned int target = capacity + (((m_growth - 1) * capacity) % m_growth);
     // A sum past 4 GiB would claim room it doesn't have: refuse it as the allocation would.
     if (target < capacity)
@@ -50,15 +66,16 @@ bool CMemoryOutputStream::EnsureBufferCapacity(unsigned int capacity) {
     return true;
 }
 
-void CMemoryOutputStream::CheckOpen(unsigned int line) const {
+inline void CMemoryOutputStream::CheckOpen(unsigned int line) const {
     if (!m_open)
-        throw CIOException(kSource, line, "Stream closed.", nullptr);
+        Throw(line, "Stream closed.");
 }
 
 void CMemoryOutputStream::Append(char const* source, unsigned int count, unsigned int line) {
     // A size that wraps could pass the capacity check with room for far less.
-    if (count > UINT_MAX - m_size || !EnsureBufferCapacity(m_size + count))
-        throw CIOException(kSource, line, "Memory full.", nullptr);
+    if (count > UINT_MAX - m_size ||
+        !(HasRoomFor(m_size + count, m_capacity, m_growth) || EnsureBufferCapacity(m_size + count)))
+        Throw(line, "Memory full.");
     if (count != 0)
         std::memcpy(m_buffer + m_size, source, count);
     m_size += count;
@@ -80,8 +97,10 @@ void CMemoryOutputStream::Write(char const* buffer, unsigned int count) {
 
 void CMemoryOutputStream::Write(char value) {
     CheckOpen(__LINE__);
-    if (m_size == UINT_MAX || !EnsureBufferCapacity(m_size + 1))
-        throw CIOException(kSource, __LINE__, "Memory full.", nullptr);
+    // m_size below m_capacity is room for m_size + 1, with no sum to wrap.
+    if (!(m_size < m_capacity && HasRoomFor(m_size + 1, m_capacity, m_growth)) &&
+        (m_size == UINT_MAX || !EnsureBufferCapacity(m_size + 1)))
+        Throw(__LINE__, "Memory full.");
     m_buffer[m_size++] = value;
 }
 

@@ -1,0 +1,189 @@
+#!/usr/bin/env python3
+"""Turns the JSON output of the benchmark programs into bench/RESULTS.md.
+
+Each case is registered as "Case/vorn" beside one or more "Case/<peer>" runs of the same
+program. The table has one row per case and peer, with the median CPU time of the repetitions
+on both sides and the ratio vorn/peer.
+
+Usage: report.py --out RESULTS.md --commands FILE --machine FILE result.json...
+"""
+
+import argparse
+import datetime
+import json
+import sys
+
+# What each case does, in the words of the table.
+CASES = {
+    "CStringCopy1K": "copy of a 1 KB text",
+    "CStringFromLiteral": "construction from a 12-byte literal",
+    "CStringAppend64K": "`+=` of 4096 pieces of 16 bytes into an empty string (64 KB)",
+    "CUnicodeStringCopy1K": "copy of 1024 UTF-16 units",
+    "CUnicodeStringAppend512": "`+=` of 31 pieces of 16 units into a string that has the room",
+    "CUnicodeStringFromUTF8_1M": "`FromUTF8` of 1 MB of text in nine scripts",
+    "CUnicodeStringToUTF8_1M": "`ToUTF8` of the same text",
+    "MemoryWriteByte1M": "`Write(char)` of 1 MB into a default stream (granule 64)",
+    "MemoryWriteByte1MReserved": "`Write(char)` of 1 MB with the room made first on both sides",
+    "MemoryWriteBlock4K": "`Write` of 1 MB in 4 KB blocks into a default stream",
+    "MemoryWriteBlock4KReserved": "`Write` of 1 MB in 4 KB blocks with the room made first",
+    "DataWriteInt32_1M": "`CDataOutputStream::WriteInt32` of a million values into memory",
+    "DataReadInt32_1M": "`CDataInputStream::ReadInt32` of a million values from memory",
+    "Base64Encode1M": "`CBinaryData::ToBase64String` of 1 MB",
+    "Base64Decode1M": "`CBinaryData::ParseBase64String` of the same text",
+    "StringSetPut100K": "`CStringSet::Put` of 100,000 keys of 12 bytes into a new set",
+    "StringSetLookup100K": "`Contains` of each of those keys",
+    "StringSetLookup100KLongKeys": "`Contains` of 100,000 keys of 16 bytes",
+    "Sort1M": "`vorn::util::qsort` of a million random `int`",
+}
+
+# Where the library's cost is set by its contract, the rule that sets it. Shown for every case
+# slower than its peer by more than SLOW, and for the cases listed in ALWAYS.
+WHY = {
+    "CStringFromLiteral":
+        "Every non-empty `CString` is one pointer to a pooled buffer, so each construction takes "
+        "a block from the string pool under its spin lock and gives it back the same way, where "
+        "`std::string` keeps up to 15 bytes inside itself.",
+    "CStringAppend64K":
+        "`+=` scans from the start of the text for its end, and above 1024 bytes each growth "
+        "allocates exactly the room needed and copies the text: appending is linear in the "
+        "present length, so building a text this way is quadratic (`CStringBuffer` is the "
+        "builder).",
+    "CUnicodeStringAppend512":
+        "`+=` appends with `ucscat`, which scans from the start of the text for its end, so each "
+        "append is linear in the present length.",
+    "CUnicodeStringFromUTF8_1M":
+        "`FromUTF8` walks the text twice by the same rules, first counting the units and then "
+        "storing them into a buffer of that size, where ICU decodes in one pass.",
+    "MemoryWriteByte1M":
+        "The stream grows by a fixed granule (64 bytes by default), allocating a new block and "
+        "copying the bytes each time: 16,384 copies of up to 1 MB here, where the vector doubles.",
+    "MemoryWriteByte1MReserved":
+        "`Write(char)` is the stream's virtual primitive, one call per byte that checks the "
+        "stream is open and has room, where `push_back` is inlined into the loop.",
+    "MemoryWriteBlock4K":
+        "The stream grows by a fixed granule, so every 4 KB block that doesn't fit allocates "
+        "a new block and copies all bytes so far, where the string doubles.",
+    "StringSetPut100K":
+        "Each key costs two allocations, the table entry and the `CString` key's pooled buffer, "
+        "and the pool takes its blocks from the system one at a time and gives them back as "
+        "the set is freed; the peer's node holds a 12-byte key in the string itself.",
+    "StringSetLookup100KLongKeys":
+        "The string hash samples about eight bytes of a key of 16 bytes or more (every second "
+        "byte here), so keys that differ only in unsampled bytes share a chain, and a lookup "
+        "walks it.",
+    "Sort1M":
+        "The sort calls its comparator through the virtual `IComparator::Compare` and swaps "
+        "elements byte by byte; `std::sort` inlines both.",
+}
+ALWAYS = {"CStringAppend64K"}
+
+PEERS = {
+    "std_string": "`std::string`",
+    "std_u16string": "`std::u16string`",
+    "std_vector": "`std::vector<char>::push_back`",
+    "icu": "ICU `UnicodeString`",
+    "poco": "POCO",
+    "std_unordered_set": "`std::unordered_set<std::string>`",
+    "std_sort": "`std::sort`",
+    "c_qsort": "C `qsort`",
+}
+SLOW = 1.5
+
+TO_NS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+def format_time(ns):
+    for unit, scale in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
+        if ns >= scale:
+            return f"{ns / scale:.3g} {unit}"
+    return f"{ns:.3g} ns"
+
+
+def medians(paths):
+    """Median CPU time in ns by run name, the repetitions behind it, and the clock."""
+    times, repetitions, mhz = {}, 0, None
+    for path in paths:
+        with open(path) as f:
+            data = json.load(f)
+        mhz = data.get("context", {}).get("mhz_per_cpu", mhz)
+        for b in data["benchmarks"]:
+            if b.get("run_type") == "aggregate" and b.get("aggregate_name") != "median":
+                continue
+            name = b["run_name"]
+            if b.get("run_type") == "aggregate" or name not in times:
+                times[name] = b["cpu_time"] * TO_NS[b["time_unit"]]
+            repetitions = max(repetitions, b.get("repetitions", 1))
+    return times, repetitions, mhz
+
+
+def rows(times):
+    by_case = {}
+    for name, ns in times.items():
+        case, _, side = name.partition("/")
+        by_case.setdefault(case, {})[side] = ns
+    order = {case: i for i, case in enumerate(CASES)}
+    for case in sorted(by_case, key=lambda c: (order.get(c, len(order)), c)):
+        sides = by_case[case]
+        if "vorn" not in sides:
+            print(f"report: {case} has no vorn run", file=sys.stderr)
+            continue
+        for peer in sorted(s for s in sides if s != "vorn"):
+            yield case, peer, sides["vorn"], sides[peer]
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--out", required=True)
+    parser.add_argument("--commands", required=True, help="file with the commands that ran")
+    parser.add_argument("--machine", required=True, help="file describing the machine")
+    parser.add_argument("results", nargs="+")
+    args = parser.parse_args()
+
+    times, repetitions, mhz = medians(args.results)
+    table = list(rows(times))
+    with open(args.commands) as f:
+        commands = f.read().strip()
+    with open(args.machine) as f:
+        machine, _, load = f.read().strip().partition("\n")
+
+    out = ["# Benchmark results", ""]
+    clock = f", {mhz} MHz" if mhz else ""
+    out.append(f"Date: {datetime.date.today().isoformat()}. Machine: {machine}{clock}"
+               + (f"; {load}." if load else "."))
+    out.append("")
+    out.append(f"Each figure is the median CPU time of {repetitions} repetitions, each case and "
+               "its peer timed in the same program run with the repetitions interleaved at "
+               "random. A ratio above 1 means the library is slower.")
+    out.append("")
+    out.append("| Case | What | Peer | vorn | Peer time | vorn/peer |")
+    out.append("|---|---|---|---:|---:|---:|")
+    notes = []
+    for case, peer, ours, theirs in table:
+        ratio = ours / theirs
+        mark = ""
+        if case in WHY and (ratio > SLOW or case in ALWAYS):
+            if case not in [c for c, _ in notes]:
+                notes.append((case, WHY[case]))
+            mark = f" [{[c for c, _ in notes].index(case) + 1}]"
+        elif ratio > SLOW:
+            mark = " (unexplained)"
+        out.append(f"| {case} | {CASES.get(case, '')} | {PEERS.get(peer, peer)} | {format_time(ours)} | "
+                   f"{format_time(theirs)} | {ratio:.2f}{mark} |")
+    if notes:
+        out.append("")
+        out.append("Where the cost comes from:")
+        out.append("")
+        for i, (case, text) in enumerate(notes, 1):
+            out.append(f"{i}. {case}: {text}")
+    out.append("")
+    out.append("Commands:")
+    out.append("")
+    out.append("```")
+    out.append(commands)
+    out.append("```")
+    with open(args.out, "w") as f:
+        f.write("\n".join(out) + "\n")
+
+
+if __name__ == "__main__":
+    main()

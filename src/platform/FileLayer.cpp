@@ -25,7 +25,13 @@ int End() {
 } // namespace IO
 
 namespace vorn::platform {
-int FileLayerInitCalls() { return g_initCalls.load(); }
-int FileLayerEndCalls() { return g_endCalls.load(); }
-bool FileLayerRunning() { return g_running.load(); }
+int FileLayerInitCalls() {
+    return g_initCalls.load();
+}
+int FileLayerEndCalls() {
+    return g_endCalls.load();
+}
+bool FileLayerRunning() {
+    return g_running.load();
+}
 } // namespace vorn::platform

@@ -3,5 +3,9 @@
 
 #include <cstddef>
 
-inline bool BNValidReadPtr(const void* p, std::size_t length) { return p != nullptr || length == 0; }
-inline bool BNValidWritePtr(const void* p, std::size_t length) { return p != nullptr || length == 0; }
+inline bool BNValidReadPtr(const void* p, std::size_t length) {
+    return p != nullptr || length == 0;
+}
+inline bool BNValidWritePtr(const void* p, std::size_t length) {
+    return p != nullptr || length == 0;
+}

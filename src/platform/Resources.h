@@ -12,7 +12,8 @@ void RSRemoveModuleImageCache(std::int64_t cache);
 // and returns it; an unknown key or a closed cache gives the empty text. `file` and `line` name the
 // caller for diagnostics only.
 char* RSGetIndString_ParamAdapter(const char* file, int line, char* buffer, std::size_t bufferSize,
-                                  short resourceId, short index, std::int64_t cache, int stringType);
+                                  short resourceId, short index, std::int64_t cache,
+                                  int stringType);
 
 namespace vorn::platform {
 // Number of module caches open now; lets tests see attach and detach.

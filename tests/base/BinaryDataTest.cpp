@@ -251,8 +251,8 @@ TEST(BinaryData, MemoryFailures) {
     EXPECT_EQ(target.GetData(), nullptr);
     EXPECT_EQ(target.GetDataLength(), 0u);
     // A length of 0 asks the text buffer for 0x55555559 bytes.
-    vorn::test::ExpectNoMemory([] { CBinaryData::ToBase64String("", 0); },
-                               "vorn/base/StringBuffer", 297);
+    vorn::test::ExpectNoMemory([] { CBinaryData::ToBase64String("", 0); }, "vorn/base/StringBuffer",
+                               297);
 }
 
 // Random blocks against the system's base64 program, both ways.

@@ -70,7 +70,9 @@ public:                                                                         
 #define VORN_DEFINE_CLASS(Name, QualifiedName, Base1, Base2, Base3, Factory)                       \
     ::vorn::base::CClass Name::m_class##Name(QualifiedName, Base1, Base2, Base3,                   \
                                              static_cast<unsigned int>(sizeof(Name)), Factory);    \
-    const ::vorn::base::CClass* Name::GetClass() const { return &m_class##Name; }
+    const ::vorn::base::CClass* Name::GetClass() const {                                           \
+        return &m_class##Name;                                                                     \
+    }
 
 // The common case: one base and no factory.
 #define VORN_DEFINE_CLASS_BASE(Name, QualifiedName, Base1)                                         \

@@ -9,7 +9,8 @@ class VORN_API CIllegalComparisonException : public CException {
     VORN_DECLARE_CLASS(CIllegalComparisonException)
 
 public:
-    CIllegalComparisonException(const char* file, unsigned int line, const char* description, const char* message);
+    CIllegalComparisonException(const char* file, unsigned int line, const char* description,
+                                const char* message);
 };
 
 } // namespace vorn::base

@@ -9,7 +9,8 @@ class VORN_API CIllegalStateException : public CException {
     VORN_DECLARE_CLASS(CIllegalStateException)
 
 public:
-    CIllegalStateException(const char* file, unsigned int line, const char* description, const char* message);
+    CIllegalStateException(const char* file, unsigned int line, const char* description,
+                           const char* message);
 };
 
 } // namespace vorn::base

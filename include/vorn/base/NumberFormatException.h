@@ -9,7 +9,8 @@ class VORN_API CNumberFormatException : public CException {
     VORN_DECLARE_CLASS(CNumberFormatException)
 
 public:
-    CNumberFormatException(const char* file, unsigned int line, const char* description, const char* message);
+    CNumberFormatException(const char* file, unsigned int line, const char* description,
+                           const char* message);
 };
 
 } // namespace vorn::base

@@ -120,9 +120,17 @@ template <typename T, typename U> bool operator==(const CRef<T>& a, const CRef<U
 template <typename T, typename U> bool operator!=(const CRef<T>& a, const CRef<U>& b) {
     return a.GetPointer() != b.GetPointer();
 }
-template <typename T> bool operator==(const CRef<T>& a, const CNull&) { return a.IsNull(); }
-template <typename T> bool operator==(const CNull&, const CRef<T>& a) { return a.IsNull(); }
-template <typename T> bool operator!=(const CRef<T>& a, const CNull&) { return !a.IsNull(); }
-template <typename T> bool operator!=(const CNull&, const CRef<T>& a) { return !a.IsNull(); }
+template <typename T> bool operator==(const CRef<T>& a, const CNull&) {
+    return a.IsNull();
+}
+template <typename T> bool operator==(const CNull&, const CRef<T>& a) {
+    return a.IsNull();
+}
+template <typename T> bool operator!=(const CRef<T>& a, const CNull&) {
+    return !a.IsNull();
+}
+template <typename T> bool operator!=(const CNull&, const CRef<T>& a) {
+    return !a.IsNull();
+}
 
 } // namespace vorn::base

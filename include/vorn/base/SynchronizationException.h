@@ -9,7 +9,8 @@ class VORN_API CSynchronizationException : public CException {
     VORN_DECLARE_CLASS(CSynchronizationException)
 
 public:
-    CSynchronizationException(const char* file, unsigned int line, const char* description, const char* message);
+    CSynchronizationException(const char* file, unsigned int line, const char* description,
+                              const char* message);
 };
 
 } // namespace vorn::base

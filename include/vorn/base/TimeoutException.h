@@ -9,7 +9,8 @@ class VORN_API CTimeoutException : public CSynchronizationException {
     VORN_DECLARE_CLASS(CTimeoutException)
 
 public:
-    CTimeoutException(const char* file, unsigned int line, const char* description, const char* message);
+    CTimeoutException(const char* file, unsigned int line, const char* description,
+                      const char* message);
 };
 
 } // namespace vorn::base

@@ -9,7 +9,8 @@ class VORN_API CAccessDeniedException : public CIOException {
     VORN_DECLARE_CLASS(CAccessDeniedException)
 
 public:
-    CAccessDeniedException(const char* file, unsigned int line, const char* description, const char* message);
+    CAccessDeniedException(const char* file, unsigned int line, const char* description,
+                           const char* message);
 };
 
 } // namespace vorn::io

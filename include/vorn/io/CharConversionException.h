@@ -9,7 +9,8 @@ class VORN_API CCharConversionException : public CIOException {
     VORN_DECLARE_CLASS(CCharConversionException)
 
 public:
-    CCharConversionException(const char* file, unsigned int line, const char* description, const char* message);
+    CCharConversionException(const char* file, unsigned int line, const char* description,
+                             const char* message);
 };
 
 } // namespace vorn::io

@@ -9,7 +9,8 @@ class VORN_API CInterruptedIOException : public CIOException {
     VORN_DECLARE_CLASS(CInterruptedIOException)
 
 public:
-    CInterruptedIOException(const char* file, unsigned int line, const char* description, const char* message);
+    CInterruptedIOException(const char* file, unsigned int line, const char* description,
+                            const char* message);
 };
 
 } // namespace vorn::io

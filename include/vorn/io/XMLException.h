@@ -9,7 +9,8 @@ class VORN_API CXMLException : public CIOException {
     VORN_DECLARE_CLASS(CXMLException)
 
 public:
-    CXMLException(const char* file, unsigned int line, const char* description, const char* message);
+    CXMLException(const char* file, unsigned int line, const char* description,
+                  const char* message);
 };
 
 } // namespace vorn::io

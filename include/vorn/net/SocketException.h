@@ -9,7 +9,8 @@ class VORN_API CSocketException : public vorn::io::CIOException {
     VORN_DECLARE_CLASS(CSocketException)
 
 public:
-    CSocketException(const char* file, unsigned int line, const char* description, const char* message);
+    CSocketException(const char* file, unsigned int line, const char* description,
+                     const char* message);
 };
 
 } // namespace vorn::net

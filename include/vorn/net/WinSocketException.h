@@ -9,7 +9,8 @@ class VORN_API CWinSocketException : public CSocketException {
     VORN_DECLARE_CLASS(CWinSocketException)
 
 public:
-    CWinSocketException(const char* file, unsigned int line, const char* description, int errorCode);
+    CWinSocketException(const char* file, unsigned int line, const char* description,
+                        int errorCode);
 
     int GetErrorCode() const { return m_errorCode; }
 

@@ -33,15 +33,31 @@ void* CBase::operator new[](std::size_t size, const char* file, int line) {
     return p;
 }
 
-void* CBase::operator new(std::size_t, void* place) noexcept { return place; }
-void* CBase::operator new[](std::size_t, void* place) noexcept { return place; }
-void* CBase::operator new(std::size_t, void* place, const char*, int) noexcept { return place; }
-void* CBase::operator new[](std::size_t, void* place, const char*, int) noexcept { return place; }
+void* CBase::operator new(std::size_t, void* place) noexcept {
+    return place;
+}
+void* CBase::operator new[](std::size_t, void* place) noexcept {
+    return place;
+}
+void* CBase::operator new(std::size_t, void* place, const char*, int) noexcept {
+    return place;
+}
+void* CBase::operator new[](std::size_t, void* place, const char*, int) noexcept {
+    return place;
+}
 
-void CBase::operator delete(void* p) { ZK_free(p); }
-void CBase::operator delete[](void* p) { ZK_free(p); }
-void CBase::operator delete(void* p, const char*, int) { ZK_free(p); }
-void CBase::operator delete[](void* p, const char*, int) { ZK_free(p); }
+void CBase::operator delete(void* p) {
+    ZK_free(p);
+}
+void CBase::operator delete[](void* p) {
+    ZK_free(p);
+}
+void CBase::operator delete(void* p, const char*, int) {
+    ZK_free(p);
+}
+void CBase::operator delete[](void* p, const char*, int) {
+    ZK_free(p);
+}
 void CBase::operator delete(void*, void*) noexcept {}
 void CBase::operator delete[](void*, void*) noexcept {}
 void CBase::operator delete(void*, void*, const char*, int) noexcept {}
@@ -51,8 +67,12 @@ void CBase::_ThrowMemoryException(const char* file, int line) {
     throw CMemoryException(file, static_cast<unsigned int>(line));
 }
 
-CNull& CNull::operator=(const CNull&) { return *this; }
-CNull& CNull::operator=(CNull&&) { return *this; }
+CNull& CNull::operator=(const CNull&) {
+    return *this;
+}
+CNull& CNull::operator=(CNull&&) {
+    return *this;
+}
 
 } // namespace vorn::base
 

@@ -18,8 +18,12 @@ const char* const CBool::SZ_TRUE = "true";
 const unsigned short* CBool::WSZ_FALSE = kFalse;
 const unsigned short* CBool::WSZ_TRUE = kTrue;
 
-const char* CBool::ToString(bool value) { return value ? SZ_TRUE : SZ_FALSE; }
+const char* CBool::ToString(bool value) {
+    return value ? SZ_TRUE : SZ_FALSE;
+}
 
-const unsigned short* CBool::ToUnicodeString(bool value) { return value ? WSZ_TRUE : WSZ_FALSE; }
+const unsigned short* CBool::ToUnicodeString(bool value) {
+    return value ? WSZ_TRUE : WSZ_FALSE;
+}
 
 } // namespace vorn::base

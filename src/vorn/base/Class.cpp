@@ -15,7 +15,9 @@ CClass::CClass(const char* name, const char* base1, const char* base2, const cha
     CClassManager::GetInstance().RegisterClass(this);
 }
 
-CClass::~CClass() { CClassManager::GetInstance().UnregisterClass(this); }
+CClass::~CClass() {
+    CClassManager::GetInstance().UnregisterClass(this);
+}
 
 CClass::CClass(const CClass& other)
     : m_name(other.m_name), m_baseName1(other.m_baseName1), m_baseName2(other.m_baseName2),
@@ -53,9 +55,15 @@ const CClass* Resolve(const char* name, const CClass*& cache) {
 }
 } // namespace
 
-const CClass* CClass::GetBaseClass1() const { return Resolve(m_baseName1, m_base1); }
-const CClass* CClass::GetBaseClass2() const { return Resolve(m_baseName2, m_base2); }
-const CClass* CClass::GetBaseClass3() const { return Resolve(m_baseName3, m_base3); }
+const CClass* CClass::GetBaseClass1() const {
+    return Resolve(m_baseName1, m_base1);
+}
+const CClass* CClass::GetBaseClass2() const {
+    return Resolve(m_baseName2, m_base2);
+}
+const CClass* CClass::GetBaseClass3() const {
+    return Resolve(m_baseName3, m_base3);
+}
 
 bool CClass::IsInstanceOf(const CClass* cls) const {
     if (cls == nullptr)

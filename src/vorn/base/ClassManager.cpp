@@ -33,7 +33,9 @@ CClassManager::CClassManager()
     m_hashMode = InitHashTable() ? 1 : 0;
 }
 
-CClassManager::~CClassManager() { ReleaseHashTable(); }
+CClassManager::~CClassManager() {
+    ReleaseHashTable();
+}
 
 bool CClassManager::InitHashTable() {
     m_bucketCount = 0;

@@ -31,7 +31,9 @@ CException& CException::operator=(const CException& other) {
     return *this;
 }
 
-CException::~CException() { ZK_free(m_message); }
+CException::~CException() {
+    ZK_free(m_message);
+}
 
 bool CException::SetMessage(const char* text) {
     if (m_message != nullptr) {

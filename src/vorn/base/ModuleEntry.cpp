@@ -51,6 +51,8 @@ __attribute__((constructor)) void OnLoad() {
 
 } // namespace
 
-bool IsAttached() { return g_attached; }
+bool IsAttached() {
+    return g_attached;
+}
 
 } // namespace vorn::module

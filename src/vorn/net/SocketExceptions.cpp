@@ -7,7 +7,8 @@ namespace vorn::net {
 
 VORN_DEFINE_CLASS_BASE(CSocketException, "vorn::net::CSocketException", "vorn::io::CIOException")
 
-CSocketException::CSocketException(const char* file, unsigned int line, const char* description, const char* message)
+CSocketException::CSocketException(const char* file, unsigned int line, const char* description,
+                                   const char* message)
     : vorn::io::CIOException(file, line, description, message) {}
 
 VORN_DEFINE_CLASS_BASE(CWinSocketException, "vorn::net::CWinSocketException",

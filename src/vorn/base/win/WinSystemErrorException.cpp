@@ -8,8 +8,7 @@ VORN_DEFINE_CLASS_BASE(CWinSystemErrorException, "vorn::base::win::CWinSystemErr
                        "vorn::base::CException")
 
 CWinSystemErrorException::CWinSystemErrorException(const char* file, unsigned int line,
-                                                   const char* description,
-                                                   unsigned long errorCode)
+                                                   const char* description, unsigned long errorCode)
     : CException(file, line, description, nullptr), m_errorCode(errorCode) {
     char text[512];
     if (errorCode != 0 && vorn::platform::SystemErrorText(errorCode, text, sizeof text))

@@ -1,4 +1,6 @@
 // A tour of the library: each section exercises one subsystem and says what it did.
+#include "Tour.h"
+
 #include <vorn/vorn.h>
 
 #include <cstdio>
@@ -6,11 +8,13 @@
 
 using namespace vorn::base;
 
-namespace {
-
-void Section(const char* title) {
+void tour::Section(const char* title) {
     std::printf("\n== %s ==\n", title);
 }
+
+namespace {
+
+using tour::Section;
 
 void ClassRecords() {
     Section("Class records");

@@ -1,0 +1,9 @@
+// The sections of the tour that live in files of their own, one per subsystem; main.cpp runs
+// them in order after the foundations.
+#pragma once
+
+namespace tour {
+
+void Section(const char* title);
+
+} // namespace tour

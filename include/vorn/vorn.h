@@ -62,6 +62,9 @@
 #include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/Writer.h>
 #include <vorn/io/XMLException.h>
+#include <vorn/io/XMLReader.h>
+#include <vorn/io/XMLSerializable.h>
+#include <vorn/io/XMLToken.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>

@@ -35,6 +35,7 @@
 #include <vorn/base/TimeoutException.h>
 #include <vorn/base/UnicodeString.h>
 #include <vorn/base/UnicodeStringBuffer.h>
+#include <vorn/base/detail/Capacity.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
 #include <vorn/io/CRLFPrintStream.h>

@@ -66,6 +66,7 @@
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>
+#include <vorn/platform/Memory.h>
 #include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>

@@ -35,6 +35,7 @@
 #include <vorn/base/TimeoutException.h>
 #include <vorn/base/UnicodeString.h>
 #include <vorn/base/UnicodeStringBuffer.h>
+#include <vorn/base/detail/Capacity.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
 #include <vorn/io/CRLFPrintStream.h>
@@ -71,6 +72,7 @@
 #include <vorn/platform/Channel.h>
 #include <vorn/platform/File.h>
 #include <vorn/platform/Location.h>
+#include <vorn/platform/Memory.h>
 #include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>

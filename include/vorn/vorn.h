@@ -43,6 +43,10 @@
 #include <vorn/io/DataInputStream.h>
 #include <vorn/io/DataOutputStream.h>
 #include <vorn/io/DebugPrintStream.h>
+#include <vorn/io/FileInputStream.h>
+#include <vorn/io/FileOutputStream.h>
+#include <vorn/io/FileReader.h>
+#include <vorn/io/FileWriter.h>
 #include <vorn/io/IOException.h>
 #include <vorn/io/InputStream.h>
 #include <vorn/io/InterruptedIOException.h>
@@ -50,6 +54,7 @@
 #include <vorn/io/JavaDataOutputStream.h>
 #include <vorn/io/MemoryInputStream.h>
 #include <vorn/io/MemoryOutputStream.h>
+#include <vorn/io/NativeFileOutputStream.h>
 #include <vorn/io/OutputStream.h>
 #include <vorn/io/OutputStreamWriter.h>
 #include <vorn/io/PrintStream.h>

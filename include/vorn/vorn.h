@@ -71,6 +71,7 @@
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>
 #include <vorn/io/XMLToken.h>
+#include <vorn/io/XMLWriter.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>

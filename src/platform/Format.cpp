@@ -7,6 +7,9 @@
 #include <cstring>
 #include <type_traits>
 
+#include "platform/Utf16.h"
+#include "platform/Utf8.h"
+
 namespace {
 
 using Unit16 = unsigned short;
@@ -76,87 +79,29 @@ template <typename Src> bool More(const Src* p, const Src* end) {
 // One character of UTF-8; an ill-formed sequence gives U+FFFD and is skipped by its longest
 // well-formed prefix, as ICU's converters do.
 char32_t NextCharacter(const char*& p, const char* end) {
-    unsigned lead = static_cast<unsigned char>(*p++);
-    if (lead < 0x80)
-        return lead;
-    unsigned need, low = 0x80, high = 0xBF;
-    char32_t c;
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        need = 1;
-        c = lead & 0x1F;
-    } else if (lead >= 0xE0 && lead <= 0xEF) {
-        need = 2;
-        c = lead & 0x0F;
-        if (lead == 0xE0)
-            low = 0xA0; // overlong
-        else if (lead == 0xED)
-            high = 0x9F; // surrogates
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-        need = 3;
-        c = lead & 0x07;
-        if (lead == 0xF0)
-            low = 0x90; // overlong
-        else if (lead == 0xF4)
-            high = 0x8F; // above U+10FFFF
-    } else {
-        return 0xFFFD;
-    }
-    for (; need > 0; --need) {
-        if (end != nullptr && p >= end)
-            return 0xFFFD;
-        unsigned next = static_cast<unsigned char>(*p);
-        if (next < low || next > high)
-            return 0xFFFD;
-        c = (c << 6) | (next & 0x3F);
-        ++p;
-        low = 0x80;
-        high = 0xBF;
-    }
-    return c;
+    const auto sequence = vorn::platform::utf8::Read(
+        p, end != nullptr ? static_cast<std::size_t>(end - p) : SIZE_MAX);
+    p += sequence.length;
+    return sequence.valid ? static_cast<char32_t>(sequence.codePoint) : 0xFFFD;
 }
 
 // One character of UTF-16; an unpaired surrogate gives U+FFFD.
 char32_t NextCharacter(const Unit16*& p, const Unit16* end) {
-    char32_t unit = *p++;
-    if (unit < 0xD800 || unit > 0xDFFF)
+    const char32_t unit = *p++;
+    if (!vorn::platform::utf16::IsSurrogate(unit))
         return unit;
-    if (unit <= 0xDBFF && More(p, end) && *p >= 0xDC00 && *p <= 0xDFFF)
-        return 0x10000 + ((unit - 0xD800) << 10) + (*p++ - 0xDC00);
+    if (vorn::platform::utf16::IsHighSurrogate(unit) && More(p, end) &&
+        vorn::platform::utf16::IsLowSurrogate(*p))
+        return vorn::platform::utf16::Combine(unit, *p++);
     return 0xFFFD;
 }
 
 std::size_t Encode(char32_t c, char* out) {
-    if (c < 0x80) {
-        out[0] = static_cast<char>(c);
-        return 1;
-    }
-    if (c < 0x800) {
-        out[0] = static_cast<char>(0xC0 | (c >> 6));
-        out[1] = static_cast<char>(0x80 | (c & 0x3F));
-        return 2;
-    }
-    if (c < 0x10000) {
-        out[0] = static_cast<char>(0xE0 | (c >> 12));
-        out[1] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out[2] = static_cast<char>(0x80 | (c & 0x3F));
-        return 3;
-    }
-    out[0] = static_cast<char>(0xF0 | (c >> 18));
-    out[1] = static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out[2] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out[3] = static_cast<char>(0x80 | (c & 0x3F));
-    return 4;
+    return vorn::platform::utf8::Encode(static_cast<std::int32_t>(c), out);
 }
 
 std::size_t Encode(char32_t c, Unit16* out) {
-    if (c < 0x10000) {
-        out[0] = static_cast<Unit16>(c);
-        return 1;
-    }
-    c -= 0x10000;
-    out[0] = static_cast<Unit16>(0xD800 + (c >> 10));
-    out[1] = static_cast<Unit16>(0xDC00 + (c & 0x3FF));
-    return 2;
+    return vorn::platform::utf16::Encode(c, out);
 }
 
 // Copies or transcodes text into the sink's unit type: at most `maxOut` output units, and never
@@ -231,7 +176,7 @@ void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
             units[0] = unit;
             k = 1;
         } else {
-            k = Encode(unit >= 0xD800 && unit <= 0xDFFF ? 0xFFFD : unit, units);
+            k = Encode(vorn::platform::utf16::IsSurrogate(unit) ? 0xFFFD : unit, units);
         }
     } else {
         auto byte = static_cast<unsigned char>(value);

@@ -136,12 +136,35 @@ std::size_t EmitText(S& sink, const Src* p, const Src* end, std::size_t maxOut) 
 
 enum class Length { None, Char, Short, Long, LongLong, Size, Ptrdiff, IntMax, LongDouble, Wide };
 
+// One parsed directive: flags, field, length and the conversion character.
 struct Directive {
     bool left = false, plus = false, space = false, alt = false, zero = false;
     std::size_t width = 0;
     std::size_t precision = kUnlimited; // kUnlimited: none given
     Length length = Length::None;
+    char32_t conversion = 0;
 };
+
+// Whether a character or text conversion takes UTF-16: `l` and `w` on %c and %s, anything but `h`
+// on %C and %S.
+bool WideArgument(const Directive& directive) {
+    if (directive.conversion == 'C' || directive.conversion == 'S')
+        return directive.length != Length::Short;
+    return directive.length == Length::Long || directive.length == Length::Wide;
+}
+
+// How an integer conversion writes its digits.
+struct IntegerForm {
+    unsigned base;
+    bool upper;    // X and p: upper-case digits and prefix
+    bool isSigned; // d and i: room for a sign
+};
+
+constexpr IntegerForm kSignedDecimal{10, false, true};
+constexpr IntegerForm kUnsignedDecimal{10, false, false};
+constexpr IntegerForm kOctal{8, false, false};
+constexpr IntegerForm kHex{16, false, false};
+constexpr IntegerForm kUpperHex{16, true, false};
 
 template <typename S> void Pad(S& sink, std::size_t width, std::size_t used) {
     if (used < width)
@@ -165,8 +188,8 @@ void EmitField(S& sink, const Directive& directive, const Src* text, const Src* 
 
 // One character from an int argument: a narrow byte or a UTF-16 unit. A NUL is written as a unit
 // of its own, as printf does.
-template <typename S>
-void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
+template <typename S> void EmitCharacter(S& sink, const Directive& directive, int value) {
+    const bool wide = WideArgument(directive);
     using Out = typename S::Unit;
     Out units[4];
     std::size_t k;
@@ -194,9 +217,11 @@ void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
 }
 
 template <typename S>
-void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitude, bool negative,
-                 unsigned base, bool upper, bool isSigned) {
+void EmitInteger(S& sink, const Directive& directive, const IntegerForm& form,
+                 unsigned long long magnitude, bool negative = false) {
     using Out = typename S::Unit;
+    const unsigned base = form.base;
+    const bool upper = form.upper;
     const char* digitSet = upper ? "0123456789ABCDEF" : "0123456789abcdef";
     char digits[24];
     std::size_t count = 0;
@@ -207,7 +232,7 @@ void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitu
     const char* first = digits + sizeof digits - count;
 
     char sign = 0;
-    if (isSigned)
+    if (form.isSigned)
         sign = negative ? '-' : (directive.plus ? '+' : (directive.space ? ' ' : 0));
     const char* prefix = "";
     if (directive.alt && base == 16 && magnitude != 0)
@@ -241,9 +266,9 @@ void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitu
 
 // The C library formats the value without width, so its output always fits; the field is laid
 // out here with C's rules (zeros after the sign and any 0x, spaces for infinities and NaNs).
-template <typename S>
-void EmitFloat(S& sink, const Directive& directive, char conversion, double value) {
+template <typename S> void EmitFloat(S& sink, const Directive& directive, double value) {
     using Out = typename S::Unit;
+    const auto conversion = static_cast<char>(directive.conversion);
     char format[12];
     std::size_t f = 0;
     format[f++] = '%';
@@ -420,8 +445,128 @@ unsigned long long ReadUnsigned(Arguments& a, Length length) {
 
 const char kNullText[] = "(null)";
 
-template <typename S, typename In> void Run(S& sink, const In* p, Arguments& args) {
+// Reads the flags, width, precision and length of a directive from just after its '%', and
+// leaves `p` on the conversion character. A `*` takes its value from the arguments.
+template <typename In> Directive ReadDirective(const In*& p, Arguments& args) {
+    Directive directive;
+    for (;; ++p) {
+        if (*p == '-')
+            directive.left = true;
+        else if (*p == '+')
+            directive.plus = true;
+        else if (*p == ' ')
+            directive.space = true;
+        else if (*p == '#')
+            directive.alt = true;
+        else if (*p == '0')
+            directive.zero = true;
+        else
+            break;
+    }
+    if (*p == '*') {
+        ++p;
+        int width = va_arg(args.list, int);
+        if (width < 0) {
+            directive.left = true;
+            directive.width = static_cast<std::size_t>(-static_cast<long long>(width));
+            if (directive.width > kMaxField)
+                directive.width = kMaxField;
+        } else {
+            directive.width = static_cast<std::size_t>(width);
+        }
+    } else {
+        directive.width = ReadNumber(p);
+    }
+    if (*p == '.') {
+        ++p;
+        if (*p == '*') {
+            ++p;
+            int precision = va_arg(args.list, int);
+            directive.precision = precision < 0 ? kUnlimited : static_cast<std::size_t>(precision);
+        } else {
+            directive.precision = ReadNumber(p);
+        }
+    }
+    directive.length = ReadLength(p);
+    directive.conversion = static_cast<char32_t>(*p);
+    return directive;
+}
+
+// Takes the directive's argument and writes it. False for a character that is no conversion
+// (%n included), which then stands as literal text; it consumes no argument.
+template <typename S> bool Convert(S& sink, const Directive& directive, Arguments& args) {
     using Out = typename S::Unit;
+    switch (directive.conversion) {
+    case 'd':
+    case 'i': {
+        long long v = ReadSigned(args, directive.length);
+        unsigned long long magnitude =
+            v < 0 ? 0ULL - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
+        EmitInteger(sink, directive, kSignedDecimal, magnitude, v < 0);
+        return true;
+    }
+    case 'u':
+        EmitInteger(sink, directive, kUnsignedDecimal, ReadUnsigned(args, directive.length));
+        return true;
+    case 'o':
+        EmitInteger(sink, directive, kOctal, ReadUnsigned(args, directive.length));
+        return true;
+    case 'x':
+        EmitInteger(sink, directive, kHex, ReadUnsigned(args, directive.length));
+        return true;
+    case 'X':
+        EmitInteger(sink, directive, kUpperHex, ReadUnsigned(args, directive.length));
+        return true;
+    case 'p': {
+        // As the target platform prints pointers: every hex digit, upper case, no prefix.
+        Directive pointer = directive;
+        pointer.alt = pointer.zero = false;
+        pointer.precision = 2 * sizeof(void*);
+        auto address = reinterpret_cast<std::uintptr_t>(va_arg(args.list, void*));
+        EmitInteger(sink, pointer, kUpperHex, address);
+        return true;
+    }
+    case 'c':
+    case 'C':
+        EmitCharacter(sink, directive, va_arg(args.list, int));
+        return true;
+    case 's':
+    case 'S':
+        if (WideArgument(directive)) {
+            if (const Unit16* text = va_arg(args.list, const Unit16*)) {
+                EmitField(sink, directive, text, static_cast<const Unit16*>(nullptr));
+                return true;
+            }
+        } else if (const char* text = va_arg(args.list, const char*)) {
+            EmitField(sink, directive, text, static_cast<const char*>(nullptr));
+            return true;
+        }
+        EmitField(sink, directive, kNullText, static_cast<const char*>(nullptr));
+        return true;
+    case 'e':
+    case 'E':
+    case 'f':
+    case 'F':
+    case 'g':
+    case 'G':
+    case 'a':
+    case 'A': {
+        // Long double is double on the target platform: take the caller's value as one.
+        double value = directive.length == Length::LongDouble
+                           ? static_cast<double>(va_arg(args.list, long double))
+                           : va_arg(args.list, double);
+        EmitFloat(sink, directive, value);
+        return true;
+    }
+    case '%':
+        sink.Put(static_cast<Out>('%'));
+        return true;
+    default:
+        return false;
+    }
+}
+
+template <typename S, typename In> void Run(S& sink, const In* p, Arguments& args) {
     while (*p != 0) {
         if (*p != '%') {
             const In* run = p;
@@ -431,133 +576,11 @@ template <typename S, typename In> void Run(S& sink, const In* p, Arguments& arg
             continue;
         }
         ++p;
-        Directive directive;
-        for (;; ++p) {
-            if (*p == '-')
-                directive.left = true;
-            else if (*p == '+')
-                directive.plus = true;
-            else if (*p == ' ')
-                directive.space = true;
-            else if (*p == '#')
-                directive.alt = true;
-            else if (*p == '0')
-                directive.zero = true;
-            else
-                break;
-        }
-        if (*p == '*') {
-            ++p;
-            int width = va_arg(args.list, int);
-            if (width < 0) {
-                directive.left = true;
-                directive.width = static_cast<std::size_t>(-static_cast<long long>(width));
-                if (directive.width > kMaxField)
-                    directive.width = kMaxField;
-            } else {
-                directive.width = static_cast<std::size_t>(width);
-            }
-        } else {
-            directive.width = ReadNumber(p);
-        }
-        if (*p == '.') {
-            ++p;
-            if (*p == '*') {
-                ++p;
-                int precision = va_arg(args.list, int);
-                directive.precision =
-                    precision < 0 ? kUnlimited : static_cast<std::size_t>(precision);
-            } else {
-                directive.precision = ReadNumber(p);
-            }
-        }
-        directive.length = ReadLength(p);
-        const bool wide = directive.length == Length::Long || directive.length == Length::Wide;
-
-        switch (*p++) {
-        case 'd':
-        case 'i': {
-            long long v = ReadSigned(args, directive.length);
-            unsigned long long magnitude = v < 0 ? 0ULL - static_cast<unsigned long long>(v)
-                                                 : static_cast<unsigned long long>(v);
-            EmitInteger(sink, directive, magnitude, v < 0, 10, false, true);
-            break;
-        }
-        case 'u':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 10, false,
-                        false);
-            break;
-        case 'o':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 8, false,
-                        false);
-            break;
-        case 'x':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 16, false,
-                        false);
-            break;
-        case 'X':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 16, true,
-                        false);
-            break;
-        case 'p': {
-            // As the target platform prints pointers: every hex digit, upper case, no prefix.
-            Directive pointer = directive;
-            pointer.alt = pointer.zero = false;
-            pointer.precision = 2 * sizeof(void*);
-            auto address = reinterpret_cast<std::uintptr_t>(va_arg(args.list, void*));
-            EmitInteger(sink, pointer, address, false, 16, true, false);
-            break;
-        }
-        case 'c':
-            EmitCharacter(sink, directive, va_arg(args.list, int), wide);
-            break;
-        case 'C':
-            EmitCharacter(sink, directive, va_arg(args.list, int),
-                          directive.length != Length::Short);
-            break;
-        case 's':
-        case 'S': {
-            bool wideText = p[-1] == 'S' ? directive.length != Length::Short : wide;
-            if (wideText) {
-                const Unit16* text = va_arg(args.list, const Unit16*);
-                if (text != nullptr) {
-                    EmitField(sink, directive, text, static_cast<const Unit16*>(nullptr));
-                    break;
-                }
-            } else {
-                const char* text = va_arg(args.list, const char*);
-                if (text != nullptr) {
-                    EmitField(sink, directive, text, static_cast<const char*>(nullptr));
-                    break;
-                }
-            }
-            EmitField(sink, directive, kNullText, static_cast<const char*>(nullptr));
-            break;
-        }
-        case 'e':
-        case 'E':
-        case 'f':
-        case 'F':
-        case 'g':
-        case 'G':
-        case 'a':
-        case 'A': {
-            // Long double is double on the target platform: take the caller's value as one.
-            double value = directive.length == Length::LongDouble
-                               ? static_cast<double>(va_arg(args.list, long double))
-                               : va_arg(args.list, double);
-            EmitFloat(sink, directive, static_cast<char>(p[-1]), value);
-            break;
-        }
-        case '%':
-            sink.Put(static_cast<Out>('%'));
-            break;
-        case 0:
+        const Directive directive = ReadDirective(p, args);
+        if (*p == 0)
             return; // the format ends inside a directive: nothing more to write
-        default:
-            --p; // unknown (including %n): the next literal run starts with it
-            break;
-        }
+        if (Convert(sink, directive, args))
+            ++p; // otherwise the next literal run starts with the unknown character
     }
 }
 

@@ -10,7 +10,9 @@
 #include <vorn/io/XMLTextReader.h>
 
 #include "support/AllocFailure.h"
+#include "support/Child.h"
 #include "support/DebugCapture.h"
+#include "support/Files.h"
 #include "support/Throws.h"
 #include "support/XmlText.h"
 #include "vorn/io/XMLTextTokenizer.h"
@@ -179,6 +181,38 @@ TEST(XMLTextReader, StreamFaults) {
     // The root's own end comes out even when the step that ends the document makes it.
     CXMLTextReader empty(XmlStream("<r/><!--x--><?p?>"));
     EXPECT_EQ(ReadAll(empty), "S:r E:r");
+}
+
+TEST(XMLTextReader, FromAFileLocation) {
+    vorn::test::TempDir dir;
+    vorn::test::PutFile(dir / "good.xml", "<r>\xc3\xa9</r>");
+    vorn::test::PutFile(dir / "bad.xml", "<!-- a -- b --><r/>");
+    vorn::test::PutFile(dir / "locked.xml", "<r/>");
+    std::filesystem::create_directory(dir / "folder");
+    const int descriptors = vorn::test::OpenDescriptors();
+    {
+        const std::string path = dir / "good.xml";
+        const vorn::test::WString wide(path.begin(), path.end());
+        CXMLTextReader reader(wide.c_str());
+        EXPECT_EQ(ReadAll(reader), "S:r T:\xc3\xa9 E:r");
+        EXPECT_EQ(vorn::test::OpenDescriptors(), descriptors + 1);
+    }
+    using vorn::test::Thrown;
+    EXPECT_EQ(Thrown([&] { CXMLTextReader r((dir / "missing.xml").c_str()); }),
+              "CIOException: Failed to create file for reading the specified xml file.");
+    EXPECT_EQ(Thrown([&] { CXMLTextReader r((dir / "folder").c_str()); }),
+              "CIOException: An error occured while trying to open file.");
+    // From a file, a fault in the prolog keeps the scanner's exception.
+    EXPECT_EQ(Thrown([&] { CXMLTextReader r((dir / "bad.xml").c_str()); }), "CXMLException: -");
+    EXPECT_EQ(vorn::test::OpenDescriptors(), descriptors);
+    std::filesystem::permissions(dir.Path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(dir / "locked.xml", std::filesystem::perms::none);
+    EXPECT_EQ(vorn::test::InChild([&] {
+                  return vorn::test::DropRoot()
+                             ? Thrown([&] { CXMLTextReader r((dir / "locked.xml").c_str()); })
+                             : "setuid failed";
+              }),
+              "CAccessDeniedException: Access denied.");
 }
 
 TEST(XMLTextReader, NeverFetchesWhatADocumentRefersTo) {

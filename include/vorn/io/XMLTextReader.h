@@ -6,6 +6,7 @@
 #include <vorn/base/Ref.h>
 #include <vorn/io/InputStream.h>
 #include <vorn/io/XMLReader.h>
+#include <vorn/platform/Location.h>
 
 namespace vorn::io {
 
@@ -22,6 +23,11 @@ public:
     explicit CXMLTextReader(const vorn::base::CRef<CInputStream>& stream);
     // The caller keeps the stream alive until the reader is closed.
     explicit CXMLTextReader(CInputStream* stream);
+    // Reads the file at `location` and closes it with the reader. A missing file gives "Failed to
+    // create file for reading the specified xml file.", one that may not be read
+    // CAccessDeniedException "Access denied.", a directory "An error occured while trying to open
+    // file."; here a fault in the prolog keeps its CXMLException.
+    explicit CXMLTextReader(const IO::Location& location);
     // Closes the reader if it is open.
     ~CXMLTextReader() override;
 

@@ -77,6 +77,11 @@ CXMLTextReader::CXMLTextReader(CInputStream* stream)
     MakeState();
 }
 
+CXMLTextReader::CXMLTextReader(const IO::Location& location)
+    : m_tokenizer(new CXMLTextTokenizer(location)), m_state(nullptr) {
+    MakeState();
+}
+
 void CXMLTextReader::MakeState() {
     try {
         m_state = new XMLReaderState;

@@ -15,6 +15,9 @@
 #include <vorn/base/System.h>
 #include <vorn/io/XMLException.h>
 
+#include <vorn/io/AccessDeniedException.h>
+
+#include "platform/ChannelInputSource.h"
 #include "vorn/io/XMLTokens.h"
 
 namespace vorn::io {
@@ -94,39 +97,68 @@ private:
 // ---- Life
 
 CXMLTextTokenizer::CXMLTextTokenizer(const CRef<CInputStream>& stream)
-    : m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr), m_scanner(nullptr),
-      m_depth(0), m_finished(false), m_rootEnded(false) {
+    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
+      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
     if (stream.IsNull())
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
     try {
         Start(CInputStreamInputSource(stream));
     } catch (const abi::__forced_unwind&) {
-        DeleteScanner();
+        DeleteAll();
         throw;
     } catch (...) {
-        DeleteScanner();
+        DeleteAll();
         FailToCreate(__LINE__);
     }
 }
 
 CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream)
-    : m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr), m_scanner(nullptr),
-      m_depth(0), m_finished(false), m_rootEnded(false) {
+    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
+      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
     if (stream == nullptr)
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
     try {
         Start(CInputStreamInputSource(stream));
     } catch (const abi::__forced_unwind&) {
-        DeleteScanner();
+        DeleteAll();
         throw;
     } catch (...) {
-        DeleteScanner();
+        DeleteAll();
+        FailToCreate(__LINE__);
+    }
+}
+
+CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location)
+    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
+      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+    try {
+        m_file = new IO::File(location, IO::kFailIfNotFound);
+        if (m_file->GetStatus() != ZK::kStatusOK)
+            throw CIOException(kSource, __LINE__,
+                               "Failed to create file for reading the specified xml file.",
+                               nullptr);
+        const ZK::Status opened = m_file->Open(IO::kOpenRead, IO::kReportAccessDenied);
+        if (opened == IO::kStatusAccessDenied)
+            throw CAccessDeniedException(kSource, __LINE__, "Access denied.", nullptr);
+        if (opened != ZK::kStatusOK)
+            throw CIOException(kSource, __LINE__, "An error occured while trying to open file.",
+                               nullptr);
+        Start(ZKXML::IChannelInputSource(*m_file));
+    } catch (const CIOException&) {
+        // The file's own words, and a fault in the prolog as the scanner's.
+        DeleteAll();
+        throw;
+    } catch (const abi::__forced_unwind&) {
+        DeleteAll();
+        throw;
+    } catch (...) {
+        DeleteAll();
         FailToCreate(__LINE__);
     }
 }
 
 CXMLTextTokenizer::~CXMLTextTokenizer() {
-    DeleteScanner();
+    DeleteAll();
 }
 
 void CXMLTextTokenizer::Start(const xercesc::InputSource& source) {
@@ -140,7 +172,13 @@ void CXMLTextTokenizer::Start(const xercesc::InputSource& source) {
     m_scanner->scanFirst(source, m_scanToken);
 }
 
-void CXMLTextTokenizer::DeleteScanner() {
+void CXMLTextTokenizer::DeleteAll() {
+    if (m_file != nullptr) {
+        if (m_file->IsOpen())
+            m_file->Close();
+        delete m_file;
+        m_file = nullptr;
+    }
     // The scanner was given the validator but doesn't delete it.
     delete m_validator;
     m_validator = nullptr;

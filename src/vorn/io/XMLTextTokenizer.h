@@ -13,6 +13,7 @@
 #include <vorn/base/Ref.h>
 #include <vorn/io/InputStream.h>
 #include <vorn/io/XMLToken.h>
+#include <vorn/platform/File.h>
 #include <vorn/util/Queue.h>
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -34,6 +35,9 @@ public:
     explicit CXMLTextTokenizer(const vorn::base::CRef<CInputStream>& stream);
     // The caller keeps the stream alive and closes it.
     explicit CXMLTextTokenizer(CInputStream* stream);
+    // Opens the file itself and closes it when deleted. A file that can't be had gives the words
+    // of the step that failed; so does a fault in the prolog, as the scanner's CXMLException.
+    explicit CXMLTextTokenizer(const IO::Location& location);
     ~CXMLTextTokenizer() override;
 
     // The next token, or an empty reference at the end (and for good after it).
@@ -82,7 +86,8 @@ private:
 
     // Makes the scanner and takes its first step on `source`.
     void Start(const xercesc::InputSource& source);
-    void DeleteScanner();
+    // Deletes what the tokenizer made, the file first: on a failed construction and at the end.
+    void DeleteAll();
     unsigned int Line() const;
     // An element token of either kind: by URI, local part and raw name, or by the raw name alone
     // for the URI id 0.
@@ -91,6 +96,7 @@ private:
                            xercesc::XMLBuffer& buffer) const;
     void Queue(IXMLToken* token);
 
+    IO::File* m_file;
     vorn::util::CQueue<vorn::base::CRef<IXMLToken>> m_queue;
     xercesc::DTDValidator* m_validator;
     xercesc::GrammarResolver* m_grammarResolver;

@@ -74,6 +74,7 @@
 #include <vorn/io/XMLException.h>
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>
+#include <vorn/io/XMLTextReader.h>
 #include <vorn/io/XMLToken.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>

@@ -8,12 +8,14 @@
 #include <vorn/base/IllegalArgumentException.h>
 #include <vorn/io/UnsupportedEncodingException.h>
 #include <vorn/io/XMLException.h>
+#include <vorn/io/XMLTextReader.h>
 
 #include "support/AllocFailure.h"
 #include "support/DebugCapture.h"
 #include "support/Files.h"
 #include "support/Recording.h"
 #include "support/Throws.h"
+#include "support/XmlText.h"
 #include "support/XmlWriting.h"
 
 namespace {
@@ -452,3 +454,78 @@ TEST(XMLTextWriter, FailingStreamLosesTheFailedCallAndRepeatsOnlyAnExactChunk) {
 }
 
 } // namespace
+
+// Every typed value comes back through CXMLTextReader where the formats carry it: integers at
+// their limits (WriteUInt64 only to 32 bits), floating values of as many digits as the format
+// keeps, bytes of every value, and text with every character that needs escaping.
+TEST(XMLTextWriter, TypedValuesReadBack) {
+    WrittenXml x;
+    auto& w = x.writer;
+    char bytes[256];
+    for (int i = 0; i < 256; ++i)
+        bytes[i] = static_cast<char>(i);
+    const auto text = U(u"a&b<c>d'e\"f\t\n\u00e9\u20ac\u4e2d\ufffd]]>");
+    const auto value = U(u"a&b<c>d'e\"f \u00e9\u4e2d");
+    w.WriteStartDocument();
+    w.WriteStartElement(U(u"p"), U(u"r"), U(u"u"));
+    w.WriteAttrLong(U(u"l"), INT_MIN);
+    w.WriteAttrUnsignedInt64(U(u"q"), U(u"u"), ULLONG_MAX);
+    w.WriteAttrDouble(U(u"d"), -0.000123456);
+    w.WriteAttrBool(U(u"b"), true);
+    w.WriteAttribute(U(u"s"), value);
+    w.WriteElementShort(U(u"s"), SHRT_MIN);
+    w.WriteElementUnsignedShort(U(u"s"), U(u"u"), 65535);
+    w.WriteElementChar(U(u"c"), CHAR_MIN);
+    w.WriteElementLong(U(u"i"), U(u"u"), INT_MAX);
+    w.WriteElementUnsignedLong(U(u"i"), UINT_MAX);
+    w.WriteElementInt64(U(u"i"), LLONG_MIN);
+    w.WriteElementUnsignedInt64(U(u"i"), ULLONG_MAX);
+    w.WriteStartElement(U(u"i"));
+    w.WriteUInt64(4294967295ULL);
+    w.WriteEndElement();
+    w.WriteElementFloat(U(u"f"), 3.14159f);
+    w.WriteElementFloat(U(u"f"), U(u"u"), -1.5e-7f);
+    w.WriteElementDouble(U(u"d"), 0.1);
+    w.WriteElementDouble(U(u"d"), -1.23456789012345e300);
+    w.WriteStartElement(U(u"d"));
+    w.WriteDouble(12345.678901);
+    w.WriteEndElement();
+    w.WriteElementBool(U(u"b"), false);
+    w.WriteElementBase64(U(u"x"), bytes, 0, 256);
+    w.WriteElementBinHex(U(u"x"), U(u"u"), bytes, 0, 256);
+    w.WriteElementString(U(u"t"), text);
+    w.WriteEndDocument();
+    w.Close();
+
+    vorn::io::CXMLTextReader r(vorn::test::XmlStream(x.Bytes()));
+    r.ReadStartElement(U(u"p:r"));
+    EXPECT_EQ(r.ReadAttrLong(U(u"l")), INT_MIN);
+    EXPECT_EQ(r.ReadAttribute(U(u"u"), U(u"q")), W(u"18446744073709551615").c_str());
+    EXPECT_EQ(r.ReadAttrDouble(U(u"d")), -0.000123456);
+    EXPECT_TRUE(r.ReadAttrBool(U(u"b")));
+    EXPECT_EQ(r.ReadAttribute(U(u"s")), static_cast<const unsigned short*>(value));
+    EXPECT_EQ(r.ReadElementShort(U(u"s")), SHRT_MIN);
+    EXPECT_EQ(r.ReadElementLong(U(u"s"), U(u"u")), 65535);
+    EXPECT_EQ(r.ReadElementLong(U(u"c")), CHAR_MIN);
+    EXPECT_EQ(r.ReadElementLong(U(u"i"), U(u"u")), INT_MAX);
+    EXPECT_EQ(r.ReadElementUnsignedLong(U(u"i")), UINT_MAX);
+    EXPECT_EQ(r.ReadElementInt64(U(u"i")), LLONG_MIN);
+    EXPECT_EQ(r.ReadElementUInt64(U(u"i")), ULLONG_MAX);
+    EXPECT_EQ(r.ReadElementUInt64(U(u"i")), 4294967295ULL);
+    EXPECT_EQ(r.ReadElementFloat(U(u"f")), 3.14159f);
+    EXPECT_EQ(r.ReadElementFloat(U(u"f"), U(u"u")), -1.5e-7f);
+    EXPECT_EQ(r.ReadElementDouble(U(u"d")), 0.1);
+    EXPECT_EQ(r.ReadElementDouble(U(u"d")), -1.23456789012345e300);
+    EXPECT_EQ(r.ReadElementDouble(U(u"d")), 12345.678901);
+    EXPECT_FALSE(r.ReadElementBool(U(u"b")));
+    for (bool base64 : {true, false}) {
+        char* data = nullptr;
+        unsigned int size = 0;
+        base64 ? r.ReadElementBase64(U(u"x"), data, size)
+               : r.ReadElementBinHex(U(u"x"), U(u"u"), data, size);
+        EXPECT_EQ(size, base64 ? 86u : 256u); // the base64 parser counts groups
+        EXPECT_EQ(std::string(data, 256), std::string(bytes, 256));
+        ZK_free(data);
+    }
+    EXPECT_EQ(r.ReadElementString(U(u"t")), static_cast<const unsigned short*>(text));
+}

@@ -29,8 +29,9 @@ void XMLAttributeList::AddAttribute(const unsigned short* namespaceURI,
                                     const unsigned short* value) {
     if (namespaceURI == nullptr || IsEmptyText(localName) || IsEmptyText(qualifiedName))
         return;
-    AddElement(
-        {CopyText(qualifiedName), CopyText(localName), CopyText(namespaceURI), CopyText(value)});
+    XMLAttribute attribute{CopyText(qualifiedName), {}, CopyText(namespaceURI), CopyText(value)};
+    attribute.localName = CopyText(localName, qualifiedName, attribute.qualifiedName);
+    AddElement(attribute);
 }
 
 void XMLAttributeList::AddAttribute(const unsigned short* qualifiedName,

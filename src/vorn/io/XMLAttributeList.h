@@ -14,6 +14,20 @@ inline vorn::base::CUnicodeString CopyText(const unsigned short* text) {
                                          : vorn::base::CUnicodeString(text);
 }
 
+// The same for a text that may equal one copied before into `copy` (a local name that is its
+// qualified name): that copy is shared instead. Only within one token, which one thread holds.
+inline vorn::base::CUnicodeString CopyText(const unsigned short* text, const unsigned short* copied,
+                                           const vorn::base::CUnicodeString& copy) {
+    if (text != nullptr && copied != nullptr) {
+        const unsigned short *a = text, *b = copied;
+        while (*a != 0 && *a == *b)
+            ++a, ++b;
+        if (*a == *b)
+            return copy;
+    }
+    return CopyText(text);
+}
+
 struct XMLAttribute {
     vorn::base::CUnicodeString qualifiedName;
     vorn::base::CUnicodeString localName;

@@ -203,18 +203,9 @@ BENCHMARK_CAPTURE(Vorn, 1, 1)->Name("XmlRead1M/vorn")->Unit(benchmark::kMillisec
 BENCHMARK_CAPTURE(Floor, 1, 1)->Name("XmlRead1M/xerces_scan")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LibXml2, 1, 1)->Name("XmlRead1M/libxml2")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FixedCosts, 1, 1)->Name("XmlRead1M/fixed_costs")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Vorn, 100, 100)
-    ->Name("XmlRead100M/vorn")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(1);
-BENCHMARK_CAPTURE(Floor, 100, 100)
-    ->Name("XmlRead100M/xerces_scan")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(1);
-BENCHMARK_CAPTURE(LibXml2, 100, 100)
-    ->Name("XmlRead100M/libxml2")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(1);
+BENCHMARK_CAPTURE(Vorn, 100, 100)->Name("XmlRead100M/vorn")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Floor, 100, 100)->Name("XmlRead100M/xerces_scan")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LibXml2, 100, 100)->Name("XmlRead100M/libxml2")->Unit(benchmark::kMillisecond);
 
 } // namespace
 BENCHMARK_MAIN();

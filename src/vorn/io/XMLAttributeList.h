@@ -54,9 +54,15 @@ public:
     const vorn::base::CUnicodeString& GetAttribute(const unsigned short* qualifiedName) const;
 
 private:
-    // The index of the first match, or -1; throws what the bounds-checked access throws.
+    // What Find gives when the bounds-checked access failed; the failure has been printed.
+    static constexpr int kAccessFailed = -2;
+
+    // The names checked, then the index of the first match, or -1.
     int Find(const unsigned short* namespaceURI, const unsigned short* localName) const;
     int Find(const unsigned short* qualifiedName) const;
+    template <typename Matches> int Scan(Matches matches) const;
+    // The value at what Find gave, or the failure it stands for.
+    const vorn::base::CUnicodeString& ValueAt(int at) const;
 };
 
 } // namespace vorn::io

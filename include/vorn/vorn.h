@@ -35,6 +35,7 @@
 #include <vorn/base/TimeoutException.h>
 #include <vorn/base/UnicodeString.h>
 #include <vorn/base/UnicodeStringBuffer.h>
+#include <vorn/base/detail/Capacity.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
 #include <vorn/io/CRLFPrintStream.h>
@@ -42,6 +43,10 @@
 #include <vorn/io/DataInputStream.h>
 #include <vorn/io/DataOutputStream.h>
 #include <vorn/io/DebugPrintStream.h>
+#include <vorn/io/FileInputStream.h>
+#include <vorn/io/FileOutputStream.h>
+#include <vorn/io/FileReader.h>
+#include <vorn/io/FileWriter.h>
 #include <vorn/io/IOException.h>
 #include <vorn/io/InputStream.h>
 #include <vorn/io/InterruptedIOException.h>
@@ -49,6 +54,7 @@
 #include <vorn/io/JavaDataOutputStream.h>
 #include <vorn/io/MemoryInputStream.h>
 #include <vorn/io/MemoryOutputStream.h>
+#include <vorn/io/NativeFileOutputStream.h>
 #include <vorn/io/OutputStream.h>
 #include <vorn/io/OutputStreamWriter.h>
 #include <vorn/io/PrintStream.h>
@@ -62,9 +68,16 @@
 #include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/Writer.h>
 #include <vorn/io/XMLException.h>
+#include <vorn/io/XMLReader.h>
+#include <vorn/io/XMLSerializable.h>
+#include <vorn/io/XMLToken.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>
+#include <vorn/platform/Channel.h>
+#include <vorn/platform/File.h>
+#include <vorn/platform/Location.h>
+#include <vorn/platform/Memory.h>
 #include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>

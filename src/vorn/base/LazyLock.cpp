@@ -17,9 +17,10 @@ void CLazyLock::Acquire() {
     if (m_impl == nullptr)
         Create();
     // Without a section the native enter would fault; its guard reports it as a failed enter.
-    if (m_impl == nullptr || !m_impl->Enter())
+    if (m_impl == nullptr)
         throw CSynchronizationException("vorn/base/LazyLock", __LINE__,
                                         "Failed to enter critical section.", nullptr);
+    m_impl->Acquire("vorn/base/LazyLock", __LINE__);
 }
 
 bool CLazyLock::TryAcquire(unsigned int /*timeout*/) {

@@ -38,6 +38,10 @@
 #include <vorn/base/detail/Capacity.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
+#include <vorn/io/BufferedInputStream.h>
+#include <vorn/io/BufferedOutputStream.h>
+#include <vorn/io/BufferedReader.h>
+#include <vorn/io/BufferedWriter.h>
 #include <vorn/io/CRLFPrintStream.h>
 #include <vorn/io/CharConversionException.h>
 #include <vorn/io/DataInputStream.h>
@@ -70,6 +74,7 @@
 #include <vorn/io/XMLException.h>
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>
+#include <vorn/io/XMLTextReader.h>
 #include <vorn/io/XMLToken.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>

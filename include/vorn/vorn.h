@@ -76,6 +76,7 @@
 #include <vorn/io/XMLSerializable.h>
 #include <vorn/io/XMLTextReader.h>
 #include <vorn/io/XMLToken.h>
+#include <vorn/io/XMLWriter.h>
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>

@@ -62,9 +62,16 @@
 #include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/Writer.h>
 #include <vorn/io/XMLException.h>
+#include <vorn/net/InetAddress.h>
+#include <vorn/net/ServerSocket.h>
+#include <vorn/net/Socket.h>
 #include <vorn/net/SocketException.h>
+#include <vorn/net/SocketImpl.h>
+#include <vorn/net/SocketImplFactory.h>
+#include <vorn/net/TCPIPSocketImplFactory.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>
+#include <vorn/net/WinSocketImpl.h>
 #include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>

@@ -34,6 +34,8 @@ CASES = {
     "StringSetLookup100K": "`Contains` of each of those keys",
     "StringSetLookup100KLongKeys": "`Contains` of 100,000 keys of 16 bytes",
     "Sort1M": "`vorn::util::qsort` of a million random `int`",
+    "SocketThroughput1G": "1 GB over loopback in 64 KB blocks, written and read by one thread",
+    "SocketRoundTrip100K": "100,000 request/response pairs of 32 bytes over loopback, one thread",
 }
 
 # Where the library's cost is set by its contract, the rule that sets it. Shown for every case
@@ -86,6 +88,7 @@ PEERS = {
     "std_unordered_set": "`std::unordered_set<std::string>`",
     "std_sort": "`std::sort`",
     "c_qsort": "C `qsort`",
+    "posix": "POSIX `send`/`recv`",
 }
 SLOW = 1.5
 

@@ -249,4 +249,23 @@ TEST(SocketFaults, FailuresLeaveNoDescriptorBehind) {
     EXPECT_EQ(vorn::test::OpenDescriptors(), before);
 }
 
+TEST(SocketFaults, NoMemoryLeavesNoDescriptorBehind) {
+    CServerSocket server(0, 50, Loopback());
+    std::size_t before = vorn::test::OpenDescriptors();
+    bool completed = false;
+    // Each allocation of a connect and an accept fails in turn, until a round needs no more.
+    for (unsigned long nth = 1; nth < 30 && !completed; ++nth) {
+        try {
+            vorn::test::FailAllocation fail(nth);
+            CSocket client(Loopback(), server.GetLocalPort());
+            completed = !server.Accept()->GetInetAddress().IsNull();
+        } catch (const vorn::base::CMemoryException&) {
+        }
+        while (!server.Accept(0).IsNull()) {
+        }
+    }
+    EXPECT_TRUE(completed);
+    EXPECT_EQ(vorn::test::OpenDescriptors(), before);
+}
+
 } // namespace

@@ -3,7 +3,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -30,49 +29,29 @@ using vorn::test::ReadFully;
 std::string Serve(CServerSocket& server, bool echo) {
     CRef<CSocket> socket = server.Accept();
     std::string received;
-    std::vector<char> buffer(65536);
-    int n;
-    while ((n = socket->GetInputStream()->Read(buffer.data(), 65536)) > 0) {
-        received.append(buffer.data(), static_cast<std::size_t>(n));
+    char buffer[65536];
+    for (int n; (n = socket->GetInputStream()->Read(buffer, sizeof buffer)) > 0;) {
+        received.append(buffer, static_cast<std::size_t>(n));
         if (echo)
-            socket->GetOutputStream()->Write(buffer.data(), static_cast<unsigned int>(n));
+            socket->GetOutputStream()->Write(buffer, static_cast<unsigned int>(n));
     }
     return received;
-}
-
-// Writes to a peer that resets: the first failure is ECONNRESET or EPIPE, and the write after it
-// meets EPIPE, where a send without MSG_NOSIGNAL would raise SIGPIPE and end the process.
-void ExpectWritesFailAfterReset(CSocket&& socket) {
-    const std::string block(1 << 20, 'r');
-    for (int expected : {ECONNRESET, EPIPE}) {
-        try {
-            for (int i = 0; i < 64; ++i)
-                socket.GetOutputStream()->Write(block.data(),
-                                                static_cast<unsigned int>(block.size()));
-            ADD_FAILURE() << "writes go on after a reset";
-        } catch (const CWinSocketException& e) {
-            EXPECT_STREQ(e.GetErrorDescription(), "Failed to send the specified data.");
-            EXPECT_TRUE(e.GetErrorCode() == expected || e.GetErrorCode() == EPIPE)
-                << e.GetErrorCode();
-        }
-    }
 }
 
 TEST(SocketPython, LibraryClientAgainstPythonServers) {
     const std::string data = Payload(65536);
     char buffer[512];
     {
-        PythonPeer peer({"server", "echo", "65536"});
+        PythonPeer peer("server echo 65536");
         unsigned short port = peer.Port();
         CSocket client(Loopback(), port);
         client.GetOutputStream()->Write(data.data(), static_cast<unsigned int>(data.size()));
         EXPECT_EQ(ReadFully(client.GetInputStream(), data.size()), data);
         EXPECT_EQ(client.GetInputStream()->Read(buffer, 1), 0);
         EXPECT_EQ(peer.Wait(), 0);
-        // The peer is gone and its port refuses.
         try {
             CSocket again(Loopback(), port);
-            ADD_FAILURE() << "connected to a closed port";
+            ADD_FAILURE() << "the peer's closed port took a connection";
         } catch (const CWinSocketException& e) {
             EXPECT_STREQ(e.GetErrorDescription(), "Connect socket failed.");
             EXPECT_EQ(e.GetErrorCode(), ECONNREFUSED);
@@ -80,20 +59,18 @@ TEST(SocketPython, LibraryClientAgainstPythonServers) {
     }
     {
         // One byte at a time with pauses: counted reads take what has come.
-        PythonPeer peer({"server", "slow", "300"});
+        PythonPeer peer("server slow 300");
         CSocket client("127.0.0.1", peer.Port());
         std::string received;
-        int n, reads = 0;
-        while ((n = client.GetInputStream()->Read(buffer, sizeof buffer)) > 0) {
+        int reads = 0;
+        for (int n; (n = client.GetInputStream()->Read(buffer, sizeof buffer)) > 0; ++reads)
             received.append(buffer, static_cast<std::size_t>(n));
-            ++reads;
-        }
         EXPECT_EQ(received, Payload(300));
         EXPECT_GT(reads, 10);
     }
     {
         // A server that stops half-way: half the echo, then the end.
-        PythonPeer peer({"server", "half", "20000"});
+        PythonPeer peer("server half 20000");
         CSocket client("localhost", peer.Port());
         client.GetOutputStream()->Write(data.data(), 20000);
         EXPECT_EQ(ReadFully(client.GetInputStream(), 20000), data.substr(0, 10000));
@@ -105,25 +82,21 @@ TEST(SocketPython, PythonClientsAgainstTheLibraryServer) {
     CServerSocket server(0, 5, Loopback());
     server.SetTimeout(30000); // a peer that never comes fails the test instead of hanging it
     std::string port = std::to_string(server.GetLocalPort());
-    for (std::string mode : {"echo", "slow"}) {
-        std::size_t size = mode == "echo" ? 300000 : 300;
-        PythonPeer peer({"client", mode, port, std::to_string(size)});
+    for (std::size_t size : {300000, 300}) {
+        std::string mode = size == 300 ? "slow" : "echo";
+        PythonPeer peer("client " + mode + " " + port + " " + std::to_string(size));
         EXPECT_EQ(Serve(server, true), Payload(size)) << mode;
         EXPECT_EQ(peer.Wait(), 0) << mode << ": the client saw other bytes come back";
     }
-    PythonPeer half({"client", "half", port, "20000"});
+    PythonPeer half("client half " + port + " 20000");
     EXPECT_EQ(Serve(server, false), Payload(10000));
     EXPECT_EQ(half.Wait(), 0);
 }
 
-TEST(SocketPosix, PlainSocketsOnTheOtherEnd) {
+TEST(SocketPosix, PlainSocketOnTheOtherEnd) {
     CServerSocket server(0, 5, Loopback());
-    unsigned short port = server.GetLocalPort();
     int peer = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in address{AF_INET, htons(server.GetLocalPort()), {htonl(INADDR_LOOPBACK)}, {}};
     ASSERT_EQ(::connect(peer, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
     CRef<CSocket> accepted = server.Accept();
     ASSERT_EQ(::send(peer, "ping", 4, 0), 4);
@@ -134,16 +107,6 @@ TEST(SocketPosix, PlainSocketsOnTheOtherEnd) {
     EXPECT_STREQ(buffer, "pong!");
     ::close(peer);
     EXPECT_EQ(accepted->GetInputStream()->Read(buffer, 8), 0);
-
-    // A peer that resets before reading: SIGPIPE must not end the process, the write raises.
-    int listener = vorn::test::PosixListener(&port, 1);
-    CSocket client(Loopback(), port);
-    int reset = ::accept(listener, nullptr, nullptr);
-    linger abort{1, 0};
-    ::setsockopt(reset, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
-    ::close(reset);
-    ExpectWritesFailAfterReset(std::move(client));
-    ::close(listener);
 }
 
 TEST(SocketResetThreads, PeerResetsInTheMiddleOfAWrite) {
@@ -157,55 +120,57 @@ TEST(SocketResetThreads, PeerResetsInTheMiddleOfAWrite) {
         ::setsockopt(s, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
         ::close(s);
     });
-    ExpectWritesFailAfterReset(CSocket(Loopback(), port));
+    CSocket client(Loopback(), port);
+    const std::string block(1 << 20, 'r');
+    // The write after the first failure meets EPIPE, where a send without MSG_NOSIGNAL would
+    // raise SIGPIPE and end the process.
+    for (int expected : {ECONNRESET, EPIPE}) {
+        try {
+            for (int i = 0; i < 64; ++i)
+                client.GetOutputStream()->Write(block.data(), 1 << 20);
+            ADD_FAILURE() << "writes go on after a reset";
+        } catch (const CWinSocketException& e) {
+            EXPECT_STREQ(e.GetErrorDescription(), "Failed to send the specified data.");
+            EXPECT_TRUE(e.GetErrorCode() == expected || e.GetErrorCode() == EPIPE);
+        }
+    }
     peer.join();
     ::close(listener);
 }
 
 TEST(SocketLoadThreads, HundredConnectionsEchoAMegabyteEach) {
     constexpr int kConnections = 100;
-    constexpr std::size_t kSize = 1 << 20;
-    constexpr std::size_t kBlock = 65536;
+    constexpr unsigned int kSize = 1 << 20;
+    constexpr unsigned int kBlock = 65536;
     const std::string data = Payload(kSize);
-    auto start = std::chrono::steady_clock::now();
     CServerSocket server(0, kConnections, Loopback());
     server.SetTimeout(60000);
-    // The accepting thread alone holds the references; each handler has its socket's address.
+    // The accepting thread alone holds the references; a handler has its socket's address.
     std::vector<CRef<CSocket>> accepted;
     std::vector<std::thread> handlers;
     std::thread acceptor([&] {
-        try {
-            for (int i = 0; i < kConnections; ++i) {
-                accepted.push_back(server.Accept());
-                handlers.emplace_back([socket = accepted.back().GetPointer()] {
-                    std::vector<char> buffer(kBlock);
-                    int n;
-                    while ((n = socket->GetInputStream()->Read(buffer.data(), kBlock)) > 0)
-                        socket->GetOutputStream()->Write(buffer.data(),
-                                                         static_cast<unsigned int>(n));
-                });
-            }
-        } catch (const vorn::base::CException& e) {
-            ADD_FAILURE() << e.GetErrorDescription();
+        while (accepted.size() < kConnections) {
+            accepted.push_back(server.Accept());
+            handlers.emplace_back([socket = accepted.back().GetPointer()] {
+                std::vector<char> buffer(kBlock);
+                for (int n; (n = socket->GetInputStream()->Read(buffer.data(), kBlock)) > 0;)
+                    socket->GetOutputStream()->Write(buffer.data(), static_cast<unsigned int>(n));
+            });
         }
     });
     std::atomic<int> matched{0};
     std::vector<std::thread> clients;
     for (int i = 0; i < kConnections; ++i)
         clients.emplace_back([&] {
-            try {
-                CSocket client(Loopback(), server.GetLocalPort());
-                client.SetTimeout(60000);
-                bool same = true;
-                for (std::size_t at = 0; at < kSize; at += kBlock) {
-                    client.GetOutputStream()->Write(data.data() + at, kBlock);
-                    same = ReadFully(client.GetInputStream(), kBlock) == data.substr(at, kBlock) &&
-                           same;
-                }
-                matched += same ? 1 : 0;
-            } catch (const vorn::base::CException& e) {
-                ADD_FAILURE() << e.GetErrorDescription();
+            CSocket client(Loopback(), server.GetLocalPort());
+            client.SetTimeout(60000); // a stall fails the test, within its time limit
+            bool same = true;
+            for (unsigned int at = 0; at < kSize; at += kBlock) {
+                client.GetOutputStream()->Write(data.data() + at, kBlock);
+                same =
+                    ReadFully(client.GetInputStream(), kBlock) == data.substr(at, kBlock) && same;
             }
+            matched += same ? 1 : 0;
         });
     for (auto& client : clients)
         client.join();
@@ -213,8 +178,6 @@ TEST(SocketLoadThreads, HundredConnectionsEchoAMegabyteEach) {
     for (auto& handler : handlers)
         handler.join();
     EXPECT_EQ(matched, kConnections);
-    EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(),
-              120.0);
 }
 
 } // namespace

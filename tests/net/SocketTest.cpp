@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <initializer_list>
 #include <string>
 #include <thread>
 
@@ -30,16 +28,14 @@ using vorn::test::Loopback;
 const char* const kImpl = "vorn/net/WinSocketImpl";
 
 // A native failure: the words of the raise as description, the system's text as message.
-template <typename F>
-void ExpectNative(F&& call, const char* description, std::initializer_list<int> codes) {
+template <typename F> void ExpectNative(F&& call, const char* description, int code) {
     try {
         call();
         ADD_FAILURE() << "no exception: " << description;
     } catch (const CWinSocketException& e) {
         EXPECT_STREQ(e.GetSourceFile(), kImpl);
         EXPECT_STREQ(e.GetErrorDescription(), description);
-        EXPECT_NE(std::find(codes.begin(), codes.end(), e.GetErrorCode()), codes.end())
-            << description << ": " << e.GetErrorCode();
+        EXPECT_EQ(e.GetErrorCode(), code) << description;
         EXPECT_STREQ(e.GetMessage(), std::strerror(e.GetErrorCode()));
     }
 }
@@ -111,7 +107,7 @@ TEST(SocketStreams, AddressesPortsAndEquality) {
 
     // A server's Close leaves it listening.
     p.server.Close();
-    CSocket byName("localhost", port);
+    CSocket another(Loopback(), port);
     EXPECT_FALSE(p.server.Accept(0).IsNull());
     CSocket bound("127.0.0.1", port, Loopback(), 0);
     EXPECT_NE(bound.GetLocalPort(), 0);
@@ -150,8 +146,6 @@ TEST(SocketOptions, BoolAndIntOptionsByIndex) {
     EXPECT_EQ(impl->GetIntOption(CSocketImpl::OptionLinger), 7);
     impl->SetIntOption(CSocketImpl::OptionLinger, 0);
     EXPECT_EQ(impl->GetIntOption(CSocketImpl::OptionLinger), -1);
-    impl->SetIntOption(CSocketImpl::OptionTypeOfService, 0x10);
-    EXPECT_EQ(impl->GetIntOption(CSocketImpl::OptionTypeOfService), 0x10);
     impl->SetIntOption(CSocketImpl::OptionSendBuffer, 1 << 16);
     EXPECT_GE(impl->GetIntOption(CSocketImpl::OptionSendBuffer), 1 << 16);
 
@@ -163,9 +157,9 @@ TEST(SocketOptions, BoolAndIntOptionsByIndex) {
     EXPECT_TRUE(p.client.GetTCPNoDelay() && p.client.GetKeepAlive() && p.client.GetOOBInline() &&
                 p.client.GetReuseAddress());
     p.client.Close();
-    ExpectNative([&] { p.client.GetKeepAlive(); }, "Failed to get the specified option.", {EBADF});
+    ExpectNative([&] { p.client.GetKeepAlive(); }, "Failed to get the specified option.", EBADF);
     ExpectNative([&] { p.client.SetTCPNoDelay(false); }, "Failed to set the specified option.",
-                 {EBADF});
+                 EBADF);
 }
 
 TEST(SocketTimeouts, AcceptAndReadLimits) {
@@ -200,7 +194,7 @@ TEST(SocketTimeouts, TimedConnectSucceedsFailsOrGivesUpInSilence) {
     EXPECT_EQ(vorn::test::ReadFully(server.Accept()->GetInputStream(), 2), "ok");
     EXPECT_TRUE(*connected->GetLocalInetAddress() == Loopback());
     ExpectNative([] { TimedConnect(vorn::test::ClosedPort(), 1000); }, "connect failed.",
-                 {ECONNREFUSED});
+                 ECONNREFUSED);
 
     // A listener whose queue is full lets the next connection wait.
     unsigned short port = 0;
@@ -209,7 +203,7 @@ TEST(SocketTimeouts, TimedConnectSucceedsFailsOrGivesUpInSilence) {
     auto start = std::chrono::steady_clock::now();
     CRef<CSocketImpl> late = TimedConnect(port, 1000);
     EXPECT_GT(SecondsSince(start), 0.95);
-    ExpectNative([&] { late->GetInputStream()->Read(); }, "select failed.", {EBADF});
+    ExpectNative([&] { late->GetInputStream()->Read(); }, "select failed.", EBADF);
     ::close(full);
 }
 
@@ -220,11 +214,11 @@ TEST(SocketFaults, FailuresLeaveNoDescriptorBehind) {
     bool isolated = vorn::test::OnlyLoopback();
     auto failures = [&] {
         ExpectNative([&] { CSocket s(Loopback(), closed); }, "Connect socket failed.",
-                     {ECONNREFUSED});
+                     ECONNREFUSED);
         ExpectNative([&] { CServerSocket s(port, 5, Loopback()); }, "Bind socket failed.",
-                     {EADDRINUSE});
+                     EADDRINUSE);
         ExpectNative([&] { CSocket s(Loopback(), port, Loopback(), port); }, "Bind socket failed.",
-                     {EADDRINUSE});
+                     EADDRINUSE);
         if (isolated) {
             EXPECT_THROW(CSocket("nowhere.invalid", port), CUnknownHostException);
         }
@@ -234,13 +228,13 @@ TEST(SocketFaults, FailuresLeaveNoDescriptorBehind) {
         char buffer[4];
         ExpectNative([&] { client.GetInputStream()->Read(buffer, 4); },
                      "Failed to read the specified number of bytes from the socket input stream.",
-                     {EBADF});
+                     EBADF);
         ExpectNative([&] { client.GetOutputStream()->Write("x", 1); },
-                     "Failed to send the specified data.", {EBADF});
+                     "Failed to send the specified data.", EBADF);
         ExpectNative([&] { client.GetInputStream()->GetAvailable(); },
-                     "Failed to get the number of available on the socket.", {EBADF});
+                     "Failed to get the number of available on the socket.", EBADF);
         client.SetTimeout(5);
-        ExpectNative([&] { client.GetInputStream()->Read(); }, "select failed.", {EBADF});
+        ExpectNative([&] { client.GetInputStream()->Read(); }, "select failed.", EBADF);
     };
     failures(); // the first round opens what stays open for good, such as the resolver's files
     std::size_t before = vorn::test::OpenDescriptors();

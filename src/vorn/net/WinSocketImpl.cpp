@@ -48,12 +48,15 @@ const OptionKind kOptions[] = {
     {platform::SocketOption::ReceiveBuffer, false}, {platform::SocketOption::ReuseAddress, true},
     {platform::SocketOption::SendBuffer, false},    {platform::SocketOption::NoDelay, true}};
 
-// Null for an index out of the table or of the other kind.
-const OptionKind* FindOption(int option, bool isBool) {
+// The entry of an option of the kind asked for; any other index raises.
+const OptionKind& OptionOfKind(int option, bool isBool, unsigned int line) {
     if (static_cast<unsigned int>(option) >= sizeof kOptions / sizeof kOptions[0] ||
         kOptions[option].isBool != isBool)
-        return nullptr;
-    return &kOptions[option];
+        throw CSocketException(kSource, line,
+                               isBool ? "The specified option is not a bool option."
+                                      : "The specified option is not an int option.",
+                               nullptr);
+    return kOptions[option];
 }
 
 // The remainder goes in as microseconds, not milliseconds: 1500 ms waits about one second.
@@ -84,50 +87,38 @@ bool CWinSocketImpl::Equals(const vorn::base::CObject* other) const {
 }
 
 bool CWinSocketImpl::GetBoolOption(int option) {
-    const OptionKind* kind = FindOption(option, true);
-    if (kind == nullptr)
-        throw CSocketException(kSource, __LINE__, "The specified option is not a bool option.",
-                               nullptr);
+    const OptionKind& kind = OptionOfKind(option, true, __LINE__);
     int value = 0;
-    if (platform::SocketGetOption(m_socket, kind->native, &value) != 0)
+    if (platform::SocketGetOption(m_socket, kind.native, &value) != 0)
         Fail(__LINE__, "Failed to get the specified option.");
     return value != 0;
 }
 
 void CWinSocketImpl::SetBoolOption(int option, bool value) {
-    const OptionKind* kind = FindOption(option, true);
-    if (kind == nullptr)
-        throw CSocketException(kSource, __LINE__, "The specified option is not a bool option.",
-                               nullptr);
-    if (platform::SocketSetOption(m_socket, kind->native, value ? 1 : 0) != 0)
+    const OptionKind& kind = OptionOfKind(option, true, __LINE__);
+    if (platform::SocketSetOption(m_socket, kind.native, value ? 1 : 0) != 0)
         Fail(__LINE__, "Failed to set the specified option.");
 }
 
 int CWinSocketImpl::GetIntOption(int option) {
-    const OptionKind* kind = FindOption(option, false);
-    if (kind == nullptr)
-        throw CSocketException(kSource, __LINE__, "The specified option is not an int option.",
-                               nullptr);
+    const OptionKind& kind = OptionOfKind(option, false, __LINE__);
     int value = 0;
-    if (kind->native == platform::SocketOption::Linger) {
+    if (kind.native == platform::SocketOption::Linger) {
         bool on = false;
         if (platform::SocketGetLinger(m_socket, &on, &value) != 0)
             Fail(__LINE__, "Failed to get the specified option.");
         return on ? value : -1;
     }
-    if (platform::SocketGetOption(m_socket, kind->native, &value) != 0)
+    if (platform::SocketGetOption(m_socket, kind.native, &value) != 0)
         Fail(__LINE__, "Failed to get the specified option.");
     return value;
 }
 
 void CWinSocketImpl::SetIntOption(int option, int value) {
-    const OptionKind* kind = FindOption(option, false);
-    if (kind == nullptr)
-        throw CSocketException(kSource, __LINE__, "The specified option is not an int option.",
-                               nullptr);
-    int result = kind->native == platform::SocketOption::Linger
+    const OptionKind& kind = OptionOfKind(option, false, __LINE__);
+    int result = kind.native == platform::SocketOption::Linger
                      ? platform::SocketSetLinger(m_socket, value > 0, value > 0 ? value : 0)
-                     : platform::SocketSetOption(m_socket, kind->native, value);
+                     : platform::SocketSetOption(m_socket, kind.native, value);
     if (result != 0)
         Fail(__LINE__, "Failed to set the specified option.");
 }

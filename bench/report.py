@@ -36,6 +36,8 @@ CASES = {
     "Sort1M": "`vorn::util::qsort` of a million random `int`",
     "RegExNarrowAscii1M": "`CRegEx::Matches` of 1 MB of ASCII with a match at its end",
     "RegExNarrowMixed1M": "the same over 1 MB of UTF-8 in five scripts and emoji",
+    "SocketThroughput1G": "1 GB over loopback in 64 KB blocks, written and read by one thread",
+    "SocketRoundTrip100K": "100,000 request/response pairs of 32 bytes over loopback, one thread",
 }
 
 # Where the library's cost is set by its contract, the rule that sets it. Shown for every case
@@ -94,6 +96,7 @@ PEERS = {
     "c_qsort": "C `qsort`",
     "wide": "`CRegEx` wide form",
     "xerces": "Xerces-C narrow entry",
+    "posix": "POSIX `send`/`recv`",
 }
 SLOW = 1.5
 

@@ -6,4 +6,6 @@ namespace tour {
 
 void Section(const char* title);
 
+void Sockets();
+
 } // namespace tour

@@ -7,4 +7,7 @@ namespace tour {
 void Section(const char* title);
 void XmlReading();
 
+void Sockets();
+void Files();
+
 } // namespace tour

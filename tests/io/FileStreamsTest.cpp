@@ -31,7 +31,7 @@ TEST(FileStreams, AccessDeniedAtOpenForEveryClass) {
     vorn::test::PutFile(path, "ab");
     std::filesystem::permissions(dir.Path(), std::filesystem::perms(0755));
     std::filesystem::permissions(path, std::filesystem::perms::none);
-    const WString wide(path.begin(), path.end());
+    const WString wide = vorn::test::Wide(path);
     const std::string seen = vorn::test::InChild([&] {
         if (!vorn::test::DropRoot())
             return std::string("setuid failed");
@@ -48,7 +48,7 @@ TEST(FileStreams, AccessDeniedAtOpenForEveryClass) {
 TEST(FileStreams, PathsOutsideAsciiInBothForms) {
     TempDir dir;
     const WString name = W(u"/\u00E9t\u00E9 \u6587\U0001F600.bin");
-    const WString wide = WString(dir.Path().begin(), dir.Path().end()) + name;
+    const WString wide = vorn::test::Wide(dir.Path()) + name;
     const std::string narrow = dir / "\xC3\xA9t\xC3\xA9 \xE6\x96\x87\xF0\x9F\x98\x80.bin";
     CFileOutputStream(wide.c_str(), false).Write("ab", 2);
     CNativeFileOutputStream(wide.c_str(), true).Write("c", 1);
@@ -63,7 +63,7 @@ TEST(FileStreams, ThousandsOfOpensLeaveNoDescriptorBehind) {
     TempDir dir;
     const std::string file = dir / "f", odd = dir / "odd", none = dir / "none";
     vorn::test::PutFile(odd, "abc");
-    const WString wideFile(file.begin(), file.end()), wideDir(dir.Path().begin(), dir.Path().end());
+    const WString wideFile = vorn::test::Wide(file), wideDir = vorn::test::Wide(dir.Path());
     const char* const folder = dir.Path().c_str();
     const int before = vorn::test::OpenDescriptors();
     for (int i = 0; i < 1000; ++i) {

@@ -10,22 +10,16 @@
 
 #include "support/Files.h"
 #include "support/Throws.h"
-#include "support/Utf16.h"
 
 namespace {
 
 using vorn::io::CIOException;
 using vorn::io::CNativeFileOutputStream;
 using vorn::test::ExpectThrow;
-using vorn::test::GetFile;
-using vorn::test::W;
-using vorn::test::WString;
+using vorn::test::Wide;
 
 const char* const kSource = "vorn/io/NativeFileOutputStream";
-
-WString Wide(const std::string& ascii) {
-    return WString(ascii.begin(), ascii.end());
-}
+const char* const kWriteFailed = "Failed to write the specified byte the the underlying file.";
 
 TEST(NativeFileOutputStream, OverwritesWithoutTruncatingOrAppends) {
     vorn::test::TempDir dir;
@@ -36,24 +30,23 @@ TEST(NativeFileOutputStream, OverwritesWithoutTruncatingOrAppends) {
         s.Write('a');
         s.Write("xbc", 1, 1);
         s.Write("c", 1);
-        EXPECT_EQ(GetFile(path), "abc3456789");
-        ExpectThrow<CIOException>([&] { s.Write(nullptr, 2, 1); }, kSource,
-                                  "Failed to write the specified byte the the underlying file.");
+        EXPECT_EQ(vorn::test::GetFile(path), "abc3456789");
+        ExpectThrow<CIOException>([&] { s.Write(nullptr, 2, 1); }, kSource, kWriteFailed);
         s.Close();
         s.Close(); // quietly
         ExpectThrow<CIOException>([&] { s.Write('x'); }, kSource, "Stream closed.");
         ExpectThrow<CIOException>([&] { s.Flush(); }, kSource, "Stream closed.");
     }
     CNativeFileOutputStream(Wide(path).c_str(), true).Write("def", 3);
-    EXPECT_EQ(GetFile(path), "abc3456789def");
+    EXPECT_EQ(vorn::test::GetFile(path), "abc3456789def");
 }
 
 TEST(NativeFileOutputStream, Failures) {
     using vorn::base::CIllegalArgumentException;
     ExpectThrow<CIllegalArgumentException>([] { CNativeFileOutputStream s(nullptr, false); },
                                            kSource, "Invalid file path.");
-    ExpectThrow<CIllegalArgumentException>([] { CNativeFileOutputStream s(W(u"").c_str(), false); },
-                                           kSource, "Invalid file path.");
+    ExpectThrow<CIllegalArgumentException>(
+        [] { CNativeFileOutputStream s(Wide("").c_str(), true); }, kSource, "Invalid file path.");
     vorn::test::TempDir dir;
     ExpectThrow<CIOException>([&] { CNativeFileOutputStream s(Wide(dir.Path()).c_str(), true); },
                               kSource, "Failed to open the specified file.");
@@ -64,13 +57,9 @@ TEST(NativeFileOutputStream, Failures) {
                               kSource, "Failed to move the file pointer to the end of the file.");
     close(ends[0]);
     close(ends[1]);
-
-    CNativeFileOutputStream full(W(u"/dev/full").c_str(), false);
-    for (auto call : {+[](CNativeFileOutputStream& f) { f.Write('x'); },
-                      +[](CNativeFileOutputStream& f) { f.Write("xy", 2); }})
-        ExpectThrow<CIOException>([&] { call(full); }, kSource,
-                                  "Failed to write the specified byte the the underlying file.");
-    full.Write(nullptr, 0, 0);
+    CNativeFileOutputStream full(Wide("/dev/full").c_str(), false);
+    ExpectThrow<CIOException>([&] { full.Write('x'); }, kSource, kWriteFailed);
+    ExpectThrow<CIOException>([&] { full.Write("xy", 2); }, kSource, kWriteFailed);
     full.Flush();
 }
 

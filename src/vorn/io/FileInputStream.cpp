@@ -2,6 +2,7 @@
 #include <vorn/io/IOException.h>
 
 #include "platform/PtrCheck.h"
+#include "vorn/io/FileSteps.h"
 
 namespace vorn::io {
 
@@ -13,14 +14,8 @@ VORN_DEFINE_CLASS_BASE(CFileInputStream, "vorn::io::CFileInputStream", "vorn::io
 
 CFileInputStream::CFileInputStream(IO::Location const& location)
     : m_file(location, IO::kFailIfNotFound) {
-    if (m_file.GetStatus() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, nullptr, nullptr);
-    const ZK::Status status = m_file.Open(IO::kOpenRead, IO::kReportAccessDenied);
-    if (status == IO::kStatusAccessDenied)
-        throw CIOException(kSource, __LINE__, "Access denied.", nullptr);
-    if (status != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "An error occurred while trying to open file.",
-                           nullptr);
+    filesteps::Open(m_file, IO::kOpenRead, "An error occurred while trying to open file.",
+                    {kSource, __LINE__});
 }
 
 CFileInputStream::~CFileInputStream() {
@@ -35,11 +30,7 @@ void CFileInputStream::CheckOpen(unsigned int line) const {
 
 unsigned int CFileInputStream::GetAvailable() const {
     CheckOpen(__LINE__);
-    unsigned long long available;
-    if (m_file.GetAvailable(&available) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__,
-                           "Failed to get the number of available bytes of the underlying file.",
-                           nullptr);
+    const unsigned long long available = filesteps::Available(m_file, {kSource, __LINE__});
     if (available > 0xFFFFFFFFull)
         throw CIOException(kSource, __LINE__, "64-bit file sizes not supported", nullptr);
     return static_cast<unsigned int>(available);
@@ -83,29 +74,17 @@ int CFileInputStream::Skip(unsigned int count) {
     CheckOpen(__LINE__);
     if (count == 0)
         return 0;
-    unsigned long long available;
-    if (m_file.GetAvailable(&available) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__,
-                           "Failed to get the number of available bytes of the underlying file.",
-                           nullptr);
-    const unsigned long long skipped = count >= available ? available : count;
-    if (m_file.Seek(IO::kSeekCurrent, static_cast<long long>(skipped)) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to seek in the underlying file.", nullptr);
-    return static_cast<int>(skipped);
+    return static_cast<int>(filesteps::Skip(m_file, count, 1, {kSource, __LINE__}));
 }
 
 void CFileInputStream::Reset() {
     CheckOpen(__LINE__);
-    if (m_file.SetPosition(0) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__,
-                           "Failed to set the position of file pointer in the underlying file.",
-                           nullptr);
+    filesteps::Rewind(m_file, {kSource, __LINE__});
 }
 
 void CFileInputStream::Close() {
     CheckOpen(__LINE__);
-    if (m_file.Close() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to close the underlying file.", nullptr);
+    filesteps::Close(m_file, {kSource, __LINE__});
 }
 
 } // namespace vorn::io

@@ -2,6 +2,7 @@
 #include <vorn/io/IOException.h>
 
 #include "platform/PtrCheck.h"
+#include "vorn/io/FileSteps.h"
 
 namespace vorn::io {
 
@@ -13,14 +14,8 @@ VORN_DEFINE_CLASS_BASE(CFileOutputStream, "vorn::io::CFileOutputStream", "vorn::
 
 CFileOutputStream::CFileOutputStream(IO::Location const& location, bool append)
     : m_file(location, IO::kCreateIfNotFound) {
-    if (m_file.GetStatus() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, nullptr, nullptr);
-    const ZK::Status status =
-        m_file.Open(append ? IO::kOpenAppend : IO::kOpenWrite, IO::kReportAccessDenied);
-    if (status == IO::kStatusAccessDenied)
-        throw CIOException(kSource, __LINE__, "Access denied.", nullptr);
-    if (status != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to open the underlying file.", nullptr);
+    filesteps::Open(m_file, append ? IO::kOpenAppend : IO::kOpenWrite,
+                    "Failed to open the underlying file.", {kSource, __LINE__});
 }
 
 CFileOutputStream::~CFileOutputStream() {
@@ -65,15 +60,13 @@ void CFileOutputStream::InternalWrite(char const* buffer, unsigned int offset, u
 void CFileOutputStream::Flush() {
     if (!m_file.IsOpen())
         throw CIOException(kSource, __LINE__, "Stream closed.", nullptr);
-    if (m_file.Flush() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to flush the underlying file.", nullptr);
+    filesteps::Flush(m_file, {kSource, __LINE__});
 }
 
 void CFileOutputStream::Close() {
     if (!m_file.IsOpen())
         throw CIOException(kSource, __LINE__, "Stream closed.", nullptr);
-    if (m_file.Close() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to close the underlying file.", nullptr);
+    filesteps::Close(m_file, {kSource, __LINE__});
 }
 
 } // namespace vorn::io

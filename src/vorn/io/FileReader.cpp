@@ -2,6 +2,7 @@
 #include <vorn/io/IOException.h>
 
 #include "platform/PtrCheck.h"
+#include "vorn/io/FileSteps.h"
 
 namespace vorn::io {
 
@@ -12,13 +13,8 @@ const char* const kSource = "vorn/io/FileReader";
 VORN_DEFINE_CLASS_BASE(CFileReader, "vorn::io::CFileReader", "vorn::io::CReader")
 
 CFileReader::CFileReader(IO::Location const& location) : m_file(location, IO::kFailIfNotFound) {
-    if (m_file.GetStatus() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, nullptr, nullptr);
-    const ZK::Status status = m_file.Open(IO::kOpenRead, IO::kReportAccessDenied);
-    if (status == IO::kStatusAccessDenied)
-        throw CIOException(kSource, __LINE__, "Access denied.", nullptr);
-    if (status != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to open the underlying file.", nullptr);
+    filesteps::Open(m_file, IO::kOpenRead, "Failed to open the underlying file.",
+                    {kSource, __LINE__});
     unsigned long long length;
     if (m_file.GetDataLength(&length) != ZK::kStatusOK)
         throw CIOException(kSource, __LINE__, "Failed to get the length of the underlying file.",
@@ -76,30 +72,17 @@ int CFileReader::Skip(unsigned int count) {
     CheckOpen(__LINE__);
     if (count == 0)
         return 0;
-    unsigned long long available;
-    if (m_file.GetAvailable(&available) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__,
-                           "Failed to get the number of available bytes of the underlying file.",
-                           nullptr);
-    available /= 2;
-    const unsigned long long skipped = count >= available ? available : count;
-    if (m_file.Seek(IO::kSeekCurrent, static_cast<long long>(2 * skipped)) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to seek in the underlying file.", nullptr);
-    return static_cast<int>(skipped);
+    return static_cast<int>(filesteps::Skip(m_file, count, 2, {kSource, __LINE__}));
 }
 
 void CFileReader::Reset() {
     CheckOpen(__LINE__);
-    if (m_file.SetPosition(0) != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__,
-                           "Failed to set the position of file pointer in the underlying file.",
-                           nullptr);
+    filesteps::Rewind(m_file, {kSource, __LINE__});
 }
 
 void CFileReader::Close() {
     CheckOpen(__LINE__);
-    if (m_file.Close() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to close the underlying file.", nullptr);
+    filesteps::Close(m_file, {kSource, __LINE__});
 }
 
 } // namespace vorn::io

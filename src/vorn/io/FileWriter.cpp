@@ -3,6 +3,7 @@
 
 #include "platform/PtrCheck.h"
 #include "platform/UniText.h"
+#include "vorn/io/FileSteps.h"
 
 namespace vorn::io {
 
@@ -13,13 +14,8 @@ const char* const kSource = "vorn/io/FileWriter";
 VORN_DEFINE_CLASS_BASE(CFileWriter, "vorn::io::CFileWriter", "vorn::io::CWriter")
 
 CFileWriter::CFileWriter(IO::Location const& location) : m_file(location, IO::kCreateIfNotFound) {
-    if (m_file.GetStatus() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, nullptr, nullptr);
-    const ZK::Status status = m_file.Open(IO::kOpenWrite, IO::kReportAccessDenied);
-    if (status == IO::kStatusAccessDenied)
-        throw CIOException(kSource, __LINE__, "Access denied.", nullptr);
-    if (status != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to open the underlying file.", nullptr);
+    filesteps::Open(m_file, IO::kOpenWrite, "Failed to open the underlying file.",
+                    {kSource, __LINE__});
 }
 
 CFileWriter::~CFileWriter() {
@@ -73,15 +69,13 @@ void CFileWriter::InternalWrite(unsigned short const* text, unsigned int offset,
 void CFileWriter::Flush() {
     if (!m_file.IsOpen())
         throw CIOException(kSource, __LINE__, "Writer closed.", nullptr);
-    if (m_file.Flush() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to flush the underlying file.", nullptr);
+    filesteps::Flush(m_file, {kSource, __LINE__});
 }
 
 void CFileWriter::Close() {
     if (!m_file.IsOpen())
         throw CIOException(kSource, __LINE__, "Writer closed.", nullptr);
-    if (m_file.Close() != ZK::kStatusOK)
-        throw CIOException(kSource, __LINE__, "Failed to close the underlying file.", nullptr);
+    filesteps::Close(m_file, {kSource, __LINE__});
 }
 
 } // namespace vorn::io

@@ -1,6 +1,5 @@
 #include "vorn/io/XMLTextTokenizer.h"
 
-#include <cxxabi.h>
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLBuffer.hpp>
@@ -17,6 +16,7 @@
 
 #include <vorn/io/AccessDeniedException.h>
 
+#include "platform/Cancellation.h"
 #include "platform/ChannelInputSource.h"
 #include "vorn/io/XMLTokens.h"
 
@@ -111,7 +111,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream) {
 void CXMLTextTokenizer::StartOnStream(const xercesc::InputSource& source) {
     try {
         Start(source);
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
@@ -139,7 +139,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location) {
         // The file's own words, and a fault in the prolog as the scanner's.
         DeleteAll();
         throw;
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
@@ -198,7 +198,7 @@ CRef<IXMLToken> CXMLTextTokenizer::GetNextToken() {
         throw CIOException(kSource, __LINE__, failed, nullptr);
     } catch (const xercesc::XMLException&) {
         throw CIOException(kSource, __LINE__, failed, nullptr);
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         throw;
     } catch (...) {
         throw CIOException(kSource, __LINE__, failed, nullptr);

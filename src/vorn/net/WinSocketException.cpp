@@ -1,15 +1,8 @@
-#include <vorn/net/SocketException.h>
 #include <vorn/net/WinSocketException.h>
 
 #include "platform/SystemError.h"
 
 namespace vorn::net {
-
-VORN_DEFINE_CLASS_BASE(CSocketException, "vorn::net::CSocketException", "vorn::io::CIOException")
-
-CSocketException::CSocketException(const char* file, unsigned int line, const char* description,
-                                   const char* message)
-    : vorn::io::CIOException(file, line, description, message) {}
 
 VORN_DEFINE_CLASS_BASE(CWinSocketException, "vorn::net::CWinSocketException",
                        "vorn::net::CSocketException")

@@ -1,6 +1,5 @@
 #include "vorn/io/XMLTextTokenizer.h"
 
-
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLBuffer.hpp>
 #include <xercesc/internal/WFXMLScanner.hpp>

@@ -5,6 +5,7 @@
 namespace tour {
 
 void Section(const char* title);
+void XmlReading();
 
 void Sockets();
 void Files();

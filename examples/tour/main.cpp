@@ -469,6 +469,7 @@ int main() {
     BinaryDataAndRegularExpressions();
     tour::Sockets();
     tour::Files();
+    tour::XmlReading();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

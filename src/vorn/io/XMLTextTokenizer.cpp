@@ -95,41 +95,32 @@ private:
 
 // ---- Life
 
-CXMLTextTokenizer::CXMLTextTokenizer(const CRef<CInputStream>& stream)
-    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
-      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+CXMLTextTokenizer::CXMLTextTokenizer(const CRef<CInputStream>& stream) {
     if (stream.IsNull())
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
-    try {
-        Start(CInputStreamInputSource(stream));
-    } catch (const vorn::platform::ThreadCancellation&) {
-        DeleteAll();
-        throw;
-    } catch (...) {
-        DeleteAll();
-        FailToCreate(__LINE__);
-    }
+    StartOnStream(CInputStreamInputSource(stream));
 }
 
-CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream)
-    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
-      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream) {
     if (stream == nullptr)
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
+    StartOnStream(CInputStreamInputSource(stream));
+}
+
+void CXMLTextTokenizer::StartOnStream(const xercesc::InputSource& source) {
     try {
-        Start(CInputStreamInputSource(stream));
+        Start(source);
     } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
+        // A malformed prolog loses its CXMLException here.
         DeleteAll();
         FailToCreate(__LINE__);
     }
 }
 
-CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location)
-    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
-      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location) {
     try {
         m_file = new IO::File(location, IO::kFailIfNotFound);
         if (m_file->GetStatus() != ZK::kStatusOK)

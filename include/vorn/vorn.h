@@ -30,6 +30,7 @@
 #include <vorn/base/SpinLock.h>
 #include <vorn/base/String.h>
 #include <vorn/base/StringBuffer.h>
+#include <vorn/base/StringH.h>
 #include <vorn/base/SynchronizationException.h>
 #include <vorn/base/System.h>
 #include <vorn/base/TimeoutException.h>
@@ -79,7 +80,12 @@
 #include <vorn/util/StringHashtable.h>
 #include <vorn/util/StringMap.h>
 #include <vorn/util/StringSet.h>
+#include <vorn/util/StringTokenizer.h>
+#include <vorn/util/StringVector.h>
+#include <vorn/util/StringVectorH.h>
 #include <vorn/util/UnicodeStringMap.h>
+#include <vorn/util/UnicodeStringTokenizer.h>
+#include <vorn/util/UnicodeStringVector.h>
 #include <vorn/util/Vector.h>
 #include <vorn/util/detail/HashChains.h>
 #include <vorn/util/detail/Storage.h>

@@ -11,12 +11,16 @@
 namespace vorn::util::detail {
 
 // A character is a delimiter when the set finds it. An ASCII byte is always a character of its
-// own in UTF-8, so a byte search finds it as the character search would, without decoding.
+// own in UTF-8, so a byte comparison finds it as the character search would, without decoding.
 inline bool IsDelimiter(const vorn::base::CString& delimiters, char c) {
-    if (static_cast<unsigned char>(c) < 0x80)
-        return c != '\0' && std::memchr(static_cast<const char*>(delimiters), c,
-                                        delimiters.GetLength()) != nullptr;
-    return delimiters.Find(c) >= 0;
+    if (static_cast<unsigned char>(c) >= 0x80)
+        return delimiters.Find(c) >= 0;
+    if (c == '\0')
+        return false;
+    for (const char* d = delimiters; *d != '\0'; ++d)
+        if (*d == c)
+            return true;
+    return false;
 }
 
 inline bool IsDelimiter(const vorn::base::CUnicodeString& delimiters, unsigned short c) {
@@ -46,6 +50,16 @@ template <typename T> struct Tokenizing {
 
     static unsigned int SkipToken(const T& t, unsigned int p) {
         const auto* text = Units(t.m_text);
+        if constexpr (sizeof(*text) == 1) {
+            // One ASCII delimiter, the common case: a plain byte search.
+            const char first = Units(t.m_delimiters)[0];
+            if (t.m_delimiters.GetLength() == 1 && static_cast<unsigned char>(first) < 0x80) {
+                const void* found = std::memchr(text + p, first, t.m_length - p);
+                return found == nullptr
+                           ? t.m_length
+                           : static_cast<unsigned int>(static_cast<const char*>(found) - text);
+            }
+        }
         while (p < t.m_length && !IsDelimiter(t.m_delimiters, text[p]))
             ++p;
         return p;

@@ -66,6 +66,9 @@
 #include <vorn/net/SocketException.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>
+#include <vorn/platform/Channel.h>
+#include <vorn/platform/File.h>
+#include <vorn/platform/Location.h>
 #include <vorn/util/Comparator.h>
 #include <vorn/util/EmptyQueueException.h>
 #include <vorn/util/EmptyStackException.h>

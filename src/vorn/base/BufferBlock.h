@@ -20,7 +20,9 @@ namespace vorn::base::detail {
 // Characters before the terminator, looking at no more than `limit`.
 template <typename Char> unsigned int MeasureText(const Char* s, unsigned int limit) {
     if constexpr (sizeof(Char) == 1) {
-        return static_cast<unsigned int>(::strnlen(s, limit));
+        const void* end = std::memchr(s, 0, limit);
+        return end == nullptr ? limit
+                              : static_cast<unsigned int>(static_cast<const Char*>(end) - s);
     } else {
         unsigned int n = 0;
         while (n < limit && s[n] != 0)

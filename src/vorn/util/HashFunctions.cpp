@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "vorn/base/BufferBlock.h"
+
 namespace vorn::util {
 
 namespace {
@@ -38,7 +40,7 @@ int GetCStringHashCode(const vorn::base::CString& text) {
     const auto* bytes = reinterpret_cast<const unsigned char*>(chars);
     // CString(s, n) can claim more length than it holds text: the bytes behind the terminator
     // count as 0, so the hash never reads past what was written.
-    const unsigned int written = static_cast<unsigned int>(strnlen(chars, length));
+    const unsigned int written = vorn::base::detail::MeasureText(chars, length);
     return HashRule(length, [bytes, written](unsigned int i) -> unsigned int {
         return i < written ? bytes[i] : 0u;
     });

@@ -1,9 +1,7 @@
 #include <vorn/base/MemoryException.h>
 #include <vorn/util/detail/Storage.h>
 
-#include <csignal>
-#include <cstdlib>
-
+#include "platform/Fault.h"
 #include "platform/Memory.h"
 
 namespace vorn::util::detail {
@@ -20,9 +18,7 @@ void FreeBlock(void* block) {
 }
 
 void RaiseDivisionFault() {
-    std::raise(SIGFPE);
-    // A handler that returns doesn't make the division valid.
-    std::abort();
+    vorn::platform::RaiseDivisionFault();
 }
 
 } // namespace vorn::util::detail

@@ -1,4 +1,4 @@
-// Tokenizers and string vectors: splitting a text, and keeping many texts in two blocks.
+// Tokenizers and string vectors, handle strings and the base64 stream.
 #include "Tour.h"
 
 #include <vorn/vorn.h>
@@ -37,4 +37,18 @@ void tour::Tokenizers() {
     packed.RemoveElementAt(0);
     std::printf("CStringVectorH after removing the first: %s, %s\n",
                 static_cast<const char*>(packed[0]), static_cast<const char*>(packed[1]));
+
+    // Base64 in lines of 8; Flush writes the last, partial group with its padding.
+    vorn::io::CMemoryOutputStream text;
+    vorn::io::CBase64OutputStream base64(&text, 8);
+    base64.Write("tokenizers", 10);
+    base64.Flush();
+    base64.Close();
+    std::printf("base64 of \"tokenizers\" in lines of 8: ");
+    for (unsigned int i = 0; i < text.GetBufferSize(); ++i)
+        std::printf(text.GetBuffer()[i] == '\r'   ? "\\r"
+                    : text.GetBuffer()[i] == '\n' ? "\\n"
+                                                  : "%c",
+                    text.GetBuffer()[i]);
+    std::printf("\n");
 }

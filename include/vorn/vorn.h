@@ -38,6 +38,7 @@
 #include <vorn/base/UnicodeStringBuffer.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
+#include <vorn/io/Base64OutputStream.h>
 #include <vorn/io/CRLFPrintStream.h>
 #include <vorn/io/CharConversionException.h>
 #include <vorn/io/DataInputStream.h>

@@ -1,5 +1,5 @@
-// Scratch files for the file tests: a private directory that goes away with the object, whole-file
-// reads and writes, and a count of the process's open descriptors.
+// Scratch files for the file tests: a private directory that goes away with the object, whole
+// files, wide paths, and a count of the process's open descriptors.
 #pragma once
 
 #include <cstdlib>
@@ -7,6 +7,8 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include "support/Utf16.h"
 
 namespace vorn::test {
 
@@ -38,6 +40,11 @@ inline void PutFile(const std::string& path, const std::string& bytes) {
 inline std::string GetFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+// An ASCII path as UTF-16.
+inline WString Wide(const std::string& path) {
+    return WString(path.begin(), path.end());
 }
 
 inline int OpenDescriptors() {

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include <vorn/base/Class.h>
 #include <vorn/base/MemoryException.h>
 
 #include "support/AllocFailure.h"
@@ -52,6 +55,18 @@ void ExpectNoMemory(F&& call, const char* source, unsigned int line = 0, unsigne
         }
         EXPECT_EQ(e.GetErrorDescription(), nullptr);
         EXPECT_EQ(e.GetMessage(), nullptr);
+    }
+}
+
+// What `call` threw, as "CClassName: description" ("-" for none), or "nothing"; for checks that
+// gather several outcomes into one text, such as those made in a child process.
+template <typename F> std::string Thrown(F&& call) {
+    try {
+        call();
+        return "nothing";
+    } catch (const vorn::base::CException& e) {
+        const char* words = e.GetErrorDescription();
+        return std::string(e.GetClass()->GetName()) + ": " + (words != nullptr ? words : "-");
     }
 }
 

@@ -9,6 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/unix/Descriptor.h"
+
 namespace IO {
 
 namespace {
@@ -165,25 +167,15 @@ ZK::Status File::Read(short& value) {
 
 ZK::Status File::WriteBin(const char* buffer, unsigned int count, unsigned int* written) {
     unsigned int done = 0;
-    ZK::Status status = ZK::kStatusOK;
+    ZK::Status status;
     if (m_descriptor < 0)
         status = Done(kStatusNotOpen);
     else if (buffer == nullptr && count > 0)
         status = Done(kStatusInvalidArgument);
-    else {
-        while (done < count) {
-            const ssize_t n = ::write(m_descriptor, buffer + done, count - done);
-            if (n > 0) {
-                done += static_cast<unsigned int>(n);
-            } else if (n == 0 || errno != EINTR) {
-                // A write that takes nothing would loop for ever: the medium is full.
-                status = Failed(n == 0 ? ENOSPC : errno);
-                break;
-            }
-        }
-        if (status == ZK::kStatusOK)
-            Done(status);
-    }
+    else if (const int error = vorn::platform::posix::WriteAll(m_descriptor, buffer, count, &done))
+        status = Failed(error);
+    else
+        status = Done(ZK::kStatusOK);
     if (written != nullptr)
         *written = done;
     return Output(status);
@@ -204,9 +196,8 @@ ZK::OChannel& File::operator<<(short value) {
 ZK::Status File::Flush() {
     if (m_descriptor < 0)
         return Output(Done(kStatusNotOpen));
-    // Devices, pipes and read-only media have nothing to hand on to storage.
-    if (::fsync(m_descriptor) != 0 && errno != EINVAL && errno != EROFS)
-        return Output(Failed(errno));
+    if (const int error = vorn::platform::posix::Sync(m_descriptor))
+        return Output(Failed(error));
     return Output(Done(ZK::kStatusOK));
 }
 

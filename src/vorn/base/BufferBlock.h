@@ -7,7 +7,7 @@
 #pragma once
 
 #include <vorn/base/MemoryException.h>
-#include <vorn/util/detail/Storage.h>
+#include <vorn/base/detail/Capacity.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -53,7 +53,7 @@ unsigned int LengthOf(const Char* block, unsigned int capacity, const Char* s) {
 template <typename Char>
 void GrowBlock(Char*& text, unsigned int& capacity, unsigned int size, unsigned int increment,
                const char* source, unsigned int line, bool keepText) {
-    const unsigned int rounded = vorn::util::detail::RoundCapacity(size, increment);
+    const unsigned int rounded = RoundCapacity(size, increment);
     // A wrapped rounding would leave less room than the caller goes on to fill.
     if (rounded < size)
         throw CMemoryException(source, line);

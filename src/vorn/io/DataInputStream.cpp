@@ -31,6 +31,7 @@ CDataInputStream::CDataInputStream(vorn::base::CRef<CInputStream> const& stream)
     : m_streamRef(stream),
       m_stream(beneath::Require(stream.GetPointer(), kSource, __LINE__, "Invalid input stream.")) {}
 
+// The spelling "intput" is deliberate, and differs from the other constructor's.
 CDataInputStream::CDataInputStream(CInputStream* stream)
     : m_streamRef(),
       m_stream(beneath::Require(stream, kSource, __LINE__, "Invalid intput stream.")) {}

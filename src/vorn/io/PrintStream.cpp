@@ -23,6 +23,7 @@ constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
 
 VORN_DEFINE_CLASS_BASE(CPrintStream, "vorn::io::CPrintStream", "vorn::io::COutputStream")
 
+// The doubled letter of "ooutput" is deliberate.
 CPrintStream::CPrintStream(vorn::base::CRef<COutputStream> const& stream, bool autoFlush)
     : m_stream(beneath::Require(stream.GetPointer(), kSource, __LINE__, "Invalid ooutput stream.")),
       m_streamRef(stream), m_autoFlush(autoFlush), m_scratch{}, m_endOfLine(ZK::EOL) {}

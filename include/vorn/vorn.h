@@ -13,6 +13,8 @@
 #include <vorn/base/Comparable.h>
 #include <vorn/base/Exception.h>
 #include <vorn/base/Export.h>
+#include <vorn/base/FormattedString.h>
+#include <vorn/base/FormattedUnicodeString.h>
 #include <vorn/base/IllegalArgumentException.h>
 #include <vorn/base/IllegalComparisonException.h>
 #include <vorn/base/IllegalStateException.h>

@@ -78,6 +78,13 @@ TEST(StringVectorH, RemovalsKeepTheirOddRules) {
     ExpectThrow<CArrayIndexOutOfBoundsException>([&] { v.RemoveElementAt(2); }, kSource);
     v.RemoveAllElements();
     EXPECT_TRUE(v.IsEmpty());
+    // A text set to "" leaves a slot of no bytes, and then a copy with no data block at all.
+    CStringVectorH emptied = Of({"a", "b"});
+    emptied.SetElementAt(0, "");
+    emptied.RemoveElementAt(1);
+    CStringVectorH bare(emptied);
+    bare.RemoveElementAt(0);
+    EXPECT_EQ(Contents(bare), (Strings{""}));
 }
 
 TEST(StringVectorH, SetElementAtMovesByTheNewLength) {

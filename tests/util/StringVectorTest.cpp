@@ -7,12 +7,10 @@
 
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
 #include <vorn/base/IllegalArgumentException.h>
-#include <vorn/base/MemoryException.h>
 #include <vorn/util/NoSuchElementException.h>
 #include <vorn/util/StringVector.h>
 #include <vorn/util/UnicodeStringVector.h>
 
-#include "support/AllocFailure.h"
 #include "support/Throws.h"
 #include "support/Utf16.h"
 
@@ -121,18 +119,6 @@ TYPED_TEST(StringVectors, RefusalsAndTheEnumerationsEnd) {
     ExpectThrow<CNoSuchElementException>([&] { e->GetNextElement(); }, TypeParam::kSource);
     e->Reset();
     EXPECT_TRUE(e->HasMoreElements());
-
-    // A failed growth leaves the vector as it was.
-    this->Add(v, {"2", "3", "4", "5", "6", "7", "8", "9", "10"});
-    const auto eleven = this->Put("11");
-    EXPECT_THROW(
-        {
-            vorn::test::FailAllocation fail(1, true);
-            v.AddElement(TypeParam::Ptr(eleven));
-        },
-        vorn::base::CMemoryException);
-    EXPECT_EQ(v.GetSize(), 10u);
-    EXPECT_EQ(TypeParam::Read(v.GetLastElement()), "10");
 }
 
 } // namespace

@@ -394,7 +394,9 @@ void CStringVectorH::RemoveElementAt(unsigned int index) {
         const unsigned int moved = m_dataSize - next;
         Cover(offset, moved, 0, __LINE__);
         Cover(next, moved, 0, __LINE__);
-        std::memmove(Data() + offset, Data() + next, moved);
+        // Texts emptied to nothing by SetElementAt can leave no data, and no block, to move in.
+        if (moved != 0)
+            std::memmove(Data() + offset, Data() + next, moved);
         for (unsigned int i = index + 1; i < m_count; ++i)
             offsets[i - 1] = offsets[i] - slot;
         --m_count;

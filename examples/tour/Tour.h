@@ -5,8 +5,7 @@
 namespace tour {
 
 void Section(const char* title);
-void Tokenizers();
-
 void Sockets();
+void Tokenizers();
 
 } // namespace tour

@@ -6,6 +6,7 @@ namespace tour {
 
 void Section(const char* title);
 void Sockets();
+void Files();
 void Tokenizers();
 
 } // namespace tour

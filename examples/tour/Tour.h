@@ -5,9 +5,9 @@
 namespace tour {
 
 void Section(const char* title);
-void XmlReading();
-
 void Sockets();
 void Files();
+void XmlReading();
+void Tokenizers();
 
 } // namespace tour

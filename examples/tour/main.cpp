@@ -470,6 +470,7 @@ int main() {
     tour::Sockets();
     tour::Files();
     tour::XmlReading();
+    tour::Tokenizers();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -13,6 +13,8 @@
 #include <vorn/base/Comparable.h>
 #include <vorn/base/Exception.h>
 #include <vorn/base/Export.h>
+#include <vorn/base/FormattedString.h>
+#include <vorn/base/FormattedUnicodeString.h>
 #include <vorn/base/IllegalArgumentException.h>
 #include <vorn/base/IllegalComparisonException.h>
 #include <vorn/base/IllegalStateException.h>
@@ -30,6 +32,7 @@
 #include <vorn/base/SpinLock.h>
 #include <vorn/base/String.h>
 #include <vorn/base/StringBuffer.h>
+#include <vorn/base/StringH.h>
 #include <vorn/base/SynchronizationException.h>
 #include <vorn/base/System.h>
 #include <vorn/base/TimeoutException.h>
@@ -38,6 +41,7 @@
 #include <vorn/base/detail/Capacity.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 #include <vorn/io/AccessDeniedException.h>
+#include <vorn/io/Base64OutputStream.h>
 #include <vorn/io/BufferedInputStream.h>
 #include <vorn/io/BufferedOutputStream.h>
 #include <vorn/io/BufferedReader.h>
@@ -105,7 +109,12 @@
 #include <vorn/util/StringHashtable.h>
 #include <vorn/util/StringMap.h>
 #include <vorn/util/StringSet.h>
+#include <vorn/util/StringTokenizer.h>
+#include <vorn/util/StringVector.h>
+#include <vorn/util/StringVectorH.h>
 #include <vorn/util/UnicodeStringMap.h>
+#include <vorn/util/UnicodeStringTokenizer.h>
+#include <vorn/util/UnicodeStringVector.h>
 #include <vorn/util/Vector.h>
 #include <vorn/util/detail/HashChains.h>
 #include <vorn/util/detail/Storage.h>

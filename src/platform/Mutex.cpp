@@ -4,7 +4,7 @@
 
 namespace vorn::platform {
 
-RecursiveMutex::RecursiveMutex() : m_initialized(false) {
+RecursiveMutex::RecursiveMutex() {
     std::memset(&m_mutex, 0, sizeof m_mutex);
 }
 
@@ -15,27 +15,24 @@ bool RecursiveMutex::Initialize() {
     bool ok = pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE) == 0 &&
               pthread_mutex_init(&m_mutex, &attributes) == 0;
     pthread_mutexattr_destroy(&attributes);
-    m_initialized = ok;
     return ok;
 }
 
+// A zero-filled mutex is the system's default one, so none of these needs Initialize to be safe.
 void RecursiveMutex::Destroy() {
-    if (m_initialized)
-        pthread_mutex_destroy(&m_mutex);
-    m_initialized = false;
+    pthread_mutex_destroy(&m_mutex);
 }
 
 bool RecursiveMutex::Enter() {
-    return m_initialized && pthread_mutex_lock(&m_mutex) == 0;
+    return pthread_mutex_lock(&m_mutex) == 0;
 }
 
 bool RecursiveMutex::TryEnter() {
-    return m_initialized && pthread_mutex_trylock(&m_mutex) == 0;
+    return pthread_mutex_trylock(&m_mutex) == 0;
 }
 
 void RecursiveMutex::Leave() {
-    if (m_initialized)
-        pthread_mutex_unlock(&m_mutex);
+    pthread_mutex_unlock(&m_mutex);
 }
 
 } // namespace vorn::platform

@@ -5,9 +5,10 @@
 
 namespace vorn::platform {
 
+// Exactly the system's mutex, so that it can be built in place in a critical section's 40 bytes.
 class RecursiveMutex {
 public:
-    // Leaves the mutex unusable until Initialize succeeds.
+    // Zero-filled until Initialize.
     RecursiveMutex();
     RecursiveMutex(const RecursiveMutex&) = delete;
     RecursiveMutex& operator=(const RecursiveMutex&) = delete;
@@ -24,7 +25,6 @@ public:
 
 private:
     pthread_mutex_t m_mutex;
-    bool m_initialized;
 };
 
 } // namespace vorn::platform

@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 
 #include <vorn/base/Exception.h>
+#include <vorn/base/ThreadLocal.h>
 
 #include "platform/Debug.h"
 #include "platform/Resources.h"
@@ -24,6 +25,8 @@ const void* ModuleHandle() {
 }
 
 void Detach() {
+    delete CurrentThreadSlot;
+    CurrentThreadSlot = nullptr;
     if (ModuleResourceCache > 0)
         RSRemoveModuleImageCache(ModuleResourceCache);
     ModuleResourceCache = 0;
@@ -33,8 +36,12 @@ void Detach() {
 bool Attach() {
     try {
         ModuleResourceCache = RSInitModuleImageCache(ModuleHandle());
+        CurrentThreadSlot = new vorn::base::CThreadLocal();
+        CurrentThreadSlot->SetValue(nullptr);
         return true;
     } catch (const vorn::base::CException&) {
+        delete CurrentThreadSlot;
+        CurrentThreadSlot = nullptr;
         return false;
     }
 }

@@ -8,11 +8,13 @@ namespace vorn::platform {
 
 using ThreadRoutine = unsigned int (*)(void* argument);
 
-// Runs `routine(argument)` on a new thread and returns its handle once the thread has its id,
-// or null with GetLastError() set. `previous` (or null) names the thread that the same owner
-// started before, so that ReleaseThreadOwner reaches both.
+// Makes a thread for `routine(argument)` and returns its handle once the thread has its id, or
+// null with GetLastError() set. The thread waits for ResumeThread before it calls the routine,
+// so that the caller can finish with what it shares with the routine. `previous` (or null) names
+// the thread that the same owner started before, so that ReleaseThreadOwner reaches both.
 WaitHandle BeginThread(ThreadRoutine routine, void* argument, WaitHandle previous,
                        unsigned int* threadId);
+bool ResumeThread(WaitHandle thread);
 // Ends the calling thread with `exitCode`, unwinding its stack.
 [[noreturn]] void EndThread(unsigned int exitCode);
 // Cancels the thread at whatever instruction it is: a thread holding a lock or in the middle of

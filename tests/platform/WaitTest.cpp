@@ -237,6 +237,10 @@ TEST(PlatformThreads, HandleExitCodeAndPriority) {
         &sawHandle, nullptr, &id);
     ASSERT_NE(thread, nullptr);
     EXPECT_NE(id, 0u);
+    // Held before its routine until resumed.
+    EXPECT_EQ(WaitForSingleObject(thread, 20), kWaitTimeout);
+    EXPECT_FALSE(sawHandle.load());
+    EXPECT_TRUE(ResumeThread(thread));
     EXPECT_EQ(WaitForSingleObject(thread, 5000), 0u);
     unsigned int code = 0;
     EXPECT_TRUE(GetExitCodeThread(thread, &code));

@@ -54,6 +54,8 @@ void* Start(void* argument) {
         CoreLock lock(*object->core);
         object->thread.id = posix::CurrentThreadId();
         pthread_cond_broadcast(&object->core->changed);
+        while (!object->thread.resumed)
+            pthread_cond_wait(&object->core->changed, &object->core->lock);
     }
     Finish finish(*object);
     // The hard kill may land anywhere in the routine, and only there.
@@ -101,6 +103,16 @@ WaitHandle BeginThread(ThreadRoutine routine, void* argument, WaitHandle previou
     if (threadId != nullptr)
         *threadId = static_cast<unsigned int>(object->thread.id);
     return object;
+}
+
+bool ResumeThread(WaitHandle thread) {
+    Object* object = ToThread(thread);
+    if (object == nullptr)
+        return false;
+    CoreLock lock(*object->core);
+    object->thread.resumed = true;
+    pthread_cond_broadcast(&object->core->changed);
+    return true;
 }
 
 void EndThread(unsigned int exitCode) {
@@ -196,7 +208,8 @@ void ReleaseThreadOwner(WaitHandle thread) {
     }
 }
 
-void RethrowThreadExit() {
+// A thread's forced unwinding carries no object, so the handler's reference is null by design.
+__attribute__((no_sanitize("undefined"))) void RethrowThreadExit() {
     try {
         throw;
     } catch (abi::__forced_unwind&) {

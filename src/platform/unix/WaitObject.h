@@ -65,6 +65,7 @@ struct ThreadInfo {
     pid_t id; // 0 until the thread runs
     int priority;
     unsigned int exitCode;
+    bool resumed;
     bool ownerGone;
     struct Object* previous; // the thread the same owner started before
     ThreadRoutine routine;

@@ -83,8 +83,13 @@ void CWinThreadImpl::Start(CThread* thread) {
     if (handle == nullptr)
         Fail(__LINE__, "Failed to create and start the thread.");
     m_handle = handle;
-    if (m_priority != 0 && !vorn::platform::SetThreadPriority(m_handle, m_priority))
-        Fail(__LINE__, "Failed to set the initial priority of the thread.");
+    bool prioritySet = m_priority == 0 || vorn::platform::SetThreadPriority(handle, m_priority);
+    unsigned long error = vorn::platform::GetLastError();
+    // From here the thread runs, and may delete its CThread with this object: leave them alone.
+    vorn::platform::ResumeThread(handle);
+    if (!prioritySet)
+        throw CWinSystemErrorException(kSource, __LINE__,
+                                       "Failed to set the initial priority of the thread.", error);
 }
 
 bool CWinThreadImpl::Join(unsigned int milliseconds) {

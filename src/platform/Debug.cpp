@@ -3,7 +3,6 @@
 #include "platform/Format.h"
 
 #include <cstdlib>
-#include <unistd.h>
 
 namespace ZK {
 const char* const EOL = "\n";
@@ -18,13 +17,7 @@ void Emit(const char* text, std::size_t length) {
         g_hook(text, length, g_hookContext);
         return;
     }
-    while (length > 0) {
-        ssize_t n = ::write(STDERR_FILENO, text, length);
-        if (n <= 0)
-            return; // debug output has nowhere else to go
-        text += n;
-        length -= static_cast<std::size_t>(n);
-    }
+    vorn::platform::WriteStandardError(text, length);
 }
 } // namespace
 

@@ -19,4 +19,7 @@ namespace vorn::platform {
 using DebugHook = void (*)(const char* text, std::size_t length, void* context);
 void SetDebugHook(DebugHook hook, void* context);
 
+// The whole text to standard error, as far as it will go; a failure has nowhere to be told.
+void WriteStandardError(const char* text, std::size_t length);
+
 } // namespace vorn::platform

@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include <vorn/platform/File.h>
+
 namespace {
 std::atomic<int> g_initCalls{0};
 std::atomic<int> g_endCalls{0};
@@ -10,10 +12,10 @@ std::atomic<bool> g_running{false};
 
 namespace IO {
 
-int Init(bool /*primary*/, const ZK::UniString& /*rootPath*/) {
+int Init(bool /*primary*/, const ZK::UniString& rootPath) {
     g_initCalls.fetch_add(1);
     g_running.store(true);
-    return 0;
+    return rootPath.Text().empty() ? 0 : static_cast<int>(kStatusInvalidArgument);
 }
 
 int End() {

@@ -1,12 +1,13 @@
-// Start and stop of the file layer; files themselves come with the file streams.
+// Start and stop of the file layer. POSIX files need no start, so IO::File works whether or not
+// the layer runs; the calls are counted so that the library's frame can be tested.
 #pragma once
 
 #include "platform/UniString.h"
 
 namespace IO {
 
-// Starts the file layer; `rootPath` is where relative locations resolve (empty: the working
-// directory). Returns 0 on success.
+// `rootPath` is where relative locations resolve; only the empty root, the working directory, is
+// supported, and any other gives a non-zero result. `primary` has no meaning here.
 int Init(bool primary, const ZK::UniString& rootPath);
 int End();
 

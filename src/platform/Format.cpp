@@ -7,6 +7,9 @@
 #include <cstring>
 #include <type_traits>
 
+#include "platform/Utf16.h"
+#include "platform/Utf8.h"
+
 namespace {
 
 using Unit16 = unsigned short;
@@ -76,87 +79,29 @@ template <typename Src> bool More(const Src* p, const Src* end) {
 // One character of UTF-8; an ill-formed sequence gives U+FFFD and is skipped by its longest
 // well-formed prefix, as ICU's converters do.
 char32_t NextCharacter(const char*& p, const char* end) {
-    unsigned lead = static_cast<unsigned char>(*p++);
-    if (lead < 0x80)
-        return lead;
-    unsigned need, low = 0x80, high = 0xBF;
-    char32_t c;
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        need = 1;
-        c = lead & 0x1F;
-    } else if (lead >= 0xE0 && lead <= 0xEF) {
-        need = 2;
-        c = lead & 0x0F;
-        if (lead == 0xE0)
-            low = 0xA0; // overlong
-        else if (lead == 0xED)
-            high = 0x9F; // surrogates
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-        need = 3;
-        c = lead & 0x07;
-        if (lead == 0xF0)
-            low = 0x90; // overlong
-        else if (lead == 0xF4)
-            high = 0x8F; // above U+10FFFF
-    } else {
-        return 0xFFFD;
-    }
-    for (; need > 0; --need) {
-        if (end != nullptr && p >= end)
-            return 0xFFFD;
-        unsigned next = static_cast<unsigned char>(*p);
-        if (next < low || next > high)
-            return 0xFFFD;
-        c = (c << 6) | (next & 0x3F);
-        ++p;
-        low = 0x80;
-        high = 0xBF;
-    }
-    return c;
+    const auto sequence = vorn::platform::utf8::Read(
+        p, end != nullptr ? static_cast<std::size_t>(end - p) : SIZE_MAX);
+    p += sequence.length;
+    return sequence.valid ? static_cast<char32_t>(sequence.codePoint) : 0xFFFD;
 }
 
 // One character of UTF-16; an unpaired surrogate gives U+FFFD.
 char32_t NextCharacter(const Unit16*& p, const Unit16* end) {
-    char32_t unit = *p++;
-    if (unit < 0xD800 || unit > 0xDFFF)
+    const char32_t unit = *p++;
+    if (!vorn::platform::utf16::IsSurrogate(unit))
         return unit;
-    if (unit <= 0xDBFF && More(p, end) && *p >= 0xDC00 && *p <= 0xDFFF)
-        return 0x10000 + ((unit - 0xD800) << 10) + (*p++ - 0xDC00);
+    if (vorn::platform::utf16::IsHighSurrogate(unit) && More(p, end) &&
+        vorn::platform::utf16::IsLowSurrogate(*p))
+        return vorn::platform::utf16::Combine(unit, *p++);
     return 0xFFFD;
 }
 
 std::size_t Encode(char32_t c, char* out) {
-    if (c < 0x80) {
-        out[0] = static_cast<char>(c);
-        return 1;
-    }
-    if (c < 0x800) {
-        out[0] = static_cast<char>(0xC0 | (c >> 6));
-        out[1] = static_cast<char>(0x80 | (c & 0x3F));
-        return 2;
-    }
-    if (c < 0x10000) {
-        out[0] = static_cast<char>(0xE0 | (c >> 12));
-        out[1] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out[2] = static_cast<char>(0x80 | (c & 0x3F));
-        return 3;
-    }
-    out[0] = static_cast<char>(0xF0 | (c >> 18));
-    out[1] = static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out[2] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out[3] = static_cast<char>(0x80 | (c & 0x3F));
-    return 4;
+    return vorn::platform::utf8::Encode(static_cast<std::int32_t>(c), out);
 }
 
 std::size_t Encode(char32_t c, Unit16* out) {
-    if (c < 0x10000) {
-        out[0] = static_cast<Unit16>(c);
-        return 1;
-    }
-    c -= 0x10000;
-    out[0] = static_cast<Unit16>(0xD800 + (c >> 10));
-    out[1] = static_cast<Unit16>(0xDC00 + (c & 0x3FF));
-    return 2;
+    return vorn::platform::utf16::Encode(c, out);
 }
 
 // Copies or transcodes text into the sink's unit type: at most `maxOut` output units, and never
@@ -191,12 +136,35 @@ std::size_t EmitText(S& sink, const Src* p, const Src* end, std::size_t maxOut) 
 
 enum class Length { None, Char, Short, Long, LongLong, Size, Ptrdiff, IntMax, LongDouble, Wide };
 
+// One parsed directive: flags, field, length and the conversion character.
 struct Directive {
     bool left = false, plus = false, space = false, alt = false, zero = false;
     std::size_t width = 0;
     std::size_t precision = kUnlimited; // kUnlimited: none given
     Length length = Length::None;
+    char32_t conversion = 0;
 };
+
+// Whether a character or text conversion takes UTF-16: `l` and `w` on %c and %s, anything but `h`
+// on %C and %S.
+bool WideArgument(const Directive& directive) {
+    if (directive.conversion == 'C' || directive.conversion == 'S')
+        return directive.length != Length::Short;
+    return directive.length == Length::Long || directive.length == Length::Wide;
+}
+
+// How an integer conversion writes its digits.
+struct IntegerForm {
+    unsigned base;
+    bool upper;    // X and p: upper-case digits and prefix
+    bool isSigned; // d and i: room for a sign
+};
+
+constexpr IntegerForm kSignedDecimal{10, false, true};
+constexpr IntegerForm kUnsignedDecimal{10, false, false};
+constexpr IntegerForm kOctal{8, false, false};
+constexpr IntegerForm kHex{16, false, false};
+constexpr IntegerForm kUpperHex{16, true, false};
 
 template <typename S> void Pad(S& sink, std::size_t width, std::size_t used) {
     if (used < width)
@@ -220,8 +188,8 @@ void EmitField(S& sink, const Directive& directive, const Src* text, const Src* 
 
 // One character from an int argument: a narrow byte or a UTF-16 unit. A NUL is written as a unit
 // of its own, as printf does.
-template <typename S>
-void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
+template <typename S> void EmitCharacter(S& sink, const Directive& directive, int value) {
+    const bool wide = WideArgument(directive);
     using Out = typename S::Unit;
     Out units[4];
     std::size_t k;
@@ -231,7 +199,7 @@ void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
             units[0] = unit;
             k = 1;
         } else {
-            k = Encode(unit >= 0xD800 && unit <= 0xDFFF ? 0xFFFD : unit, units);
+            k = Encode(vorn::platform::utf16::IsSurrogate(unit) ? 0xFFFD : unit, units);
         }
     } else {
         auto byte = static_cast<unsigned char>(value);
@@ -249,9 +217,11 @@ void EmitCharacter(S& sink, const Directive& directive, int value, bool wide) {
 }
 
 template <typename S>
-void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitude, bool negative,
-                 unsigned base, bool upper, bool isSigned) {
+void EmitInteger(S& sink, const Directive& directive, const IntegerForm& form,
+                 unsigned long long magnitude, bool negative = false) {
     using Out = typename S::Unit;
+    const unsigned base = form.base;
+    const bool upper = form.upper;
     const char* digitSet = upper ? "0123456789ABCDEF" : "0123456789abcdef";
     char digits[24];
     std::size_t count = 0;
@@ -262,7 +232,7 @@ void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitu
     const char* first = digits + sizeof digits - count;
 
     char sign = 0;
-    if (isSigned)
+    if (form.isSigned)
         sign = negative ? '-' : (directive.plus ? '+' : (directive.space ? ' ' : 0));
     const char* prefix = "";
     if (directive.alt && base == 16 && magnitude != 0)
@@ -296,9 +266,9 @@ void EmitInteger(S& sink, const Directive& directive, unsigned long long magnitu
 
 // The C library formats the value without width, so its output always fits; the field is laid
 // out here with C's rules (zeros after the sign and any 0x, spaces for infinities and NaNs).
-template <typename S>
-void EmitFloat(S& sink, const Directive& directive, char conversion, double value) {
+template <typename S> void EmitFloat(S& sink, const Directive& directive, double value) {
     using Out = typename S::Unit;
+    const auto conversion = static_cast<char>(directive.conversion);
     char format[12];
     std::size_t f = 0;
     format[f++] = '%';
@@ -475,8 +445,128 @@ unsigned long long ReadUnsigned(Arguments& a, Length length) {
 
 const char kNullText[] = "(null)";
 
-template <typename S, typename In> void Run(S& sink, const In* p, Arguments& args) {
+// Reads the flags, width, precision and length of a directive from just after its '%', and
+// leaves `p` on the conversion character. A `*` takes its value from the arguments.
+template <typename In> Directive ReadDirective(const In*& p, Arguments& args) {
+    Directive directive;
+    for (;; ++p) {
+        if (*p == '-')
+            directive.left = true;
+        else if (*p == '+')
+            directive.plus = true;
+        else if (*p == ' ')
+            directive.space = true;
+        else if (*p == '#')
+            directive.alt = true;
+        else if (*p == '0')
+            directive.zero = true;
+        else
+            break;
+    }
+    if (*p == '*') {
+        ++p;
+        int width = va_arg(args.list, int);
+        if (width < 0) {
+            directive.left = true;
+            directive.width = static_cast<std::size_t>(-static_cast<long long>(width));
+            if (directive.width > kMaxField)
+                directive.width = kMaxField;
+        } else {
+            directive.width = static_cast<std::size_t>(width);
+        }
+    } else {
+        directive.width = ReadNumber(p);
+    }
+    if (*p == '.') {
+        ++p;
+        if (*p == '*') {
+            ++p;
+            int precision = va_arg(args.list, int);
+            directive.precision = precision < 0 ? kUnlimited : static_cast<std::size_t>(precision);
+        } else {
+            directive.precision = ReadNumber(p);
+        }
+    }
+    directive.length = ReadLength(p);
+    directive.conversion = static_cast<char32_t>(*p);
+    return directive;
+}
+
+// Takes the directive's argument and writes it. False for a character that is no conversion
+// (%n included), which then stands as literal text; it consumes no argument.
+template <typename S> bool Convert(S& sink, const Directive& directive, Arguments& args) {
     using Out = typename S::Unit;
+    switch (directive.conversion) {
+    case 'd':
+    case 'i': {
+        long long v = ReadSigned(args, directive.length);
+        unsigned long long magnitude =
+            v < 0 ? 0ULL - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
+        EmitInteger(sink, directive, kSignedDecimal, magnitude, v < 0);
+        return true;
+    }
+    case 'u':
+        EmitInteger(sink, directive, kUnsignedDecimal, ReadUnsigned(args, directive.length));
+        return true;
+    case 'o':
+        EmitInteger(sink, directive, kOctal, ReadUnsigned(args, directive.length));
+        return true;
+    case 'x':
+        EmitInteger(sink, directive, kHex, ReadUnsigned(args, directive.length));
+        return true;
+    case 'X':
+        EmitInteger(sink, directive, kUpperHex, ReadUnsigned(args, directive.length));
+        return true;
+    case 'p': {
+        // As the target platform prints pointers: every hex digit, upper case, no prefix.
+        Directive pointer = directive;
+        pointer.alt = pointer.zero = false;
+        pointer.precision = 2 * sizeof(void*);
+        auto address = reinterpret_cast<std::uintptr_t>(va_arg(args.list, void*));
+        EmitInteger(sink, pointer, kUpperHex, address);
+        return true;
+    }
+    case 'c':
+    case 'C':
+        EmitCharacter(sink, directive, va_arg(args.list, int));
+        return true;
+    case 's':
+    case 'S':
+        if (WideArgument(directive)) {
+            if (const Unit16* text = va_arg(args.list, const Unit16*)) {
+                EmitField(sink, directive, text, static_cast<const Unit16*>(nullptr));
+                return true;
+            }
+        } else if (const char* text = va_arg(args.list, const char*)) {
+            EmitField(sink, directive, text, static_cast<const char*>(nullptr));
+            return true;
+        }
+        EmitField(sink, directive, kNullText, static_cast<const char*>(nullptr));
+        return true;
+    case 'e':
+    case 'E':
+    case 'f':
+    case 'F':
+    case 'g':
+    case 'G':
+    case 'a':
+    case 'A': {
+        // Long double is double on the target platform: take the caller's value as one.
+        double value = directive.length == Length::LongDouble
+                           ? static_cast<double>(va_arg(args.list, long double))
+                           : va_arg(args.list, double);
+        EmitFloat(sink, directive, value);
+        return true;
+    }
+    case '%':
+        sink.Put(static_cast<Out>('%'));
+        return true;
+    default:
+        return false;
+    }
+}
+
+template <typename S, typename In> void Run(S& sink, const In* p, Arguments& args) {
     while (*p != 0) {
         if (*p != '%') {
             const In* run = p;
@@ -486,133 +576,11 @@ template <typename S, typename In> void Run(S& sink, const In* p, Arguments& arg
             continue;
         }
         ++p;
-        Directive directive;
-        for (;; ++p) {
-            if (*p == '-')
-                directive.left = true;
-            else if (*p == '+')
-                directive.plus = true;
-            else if (*p == ' ')
-                directive.space = true;
-            else if (*p == '#')
-                directive.alt = true;
-            else if (*p == '0')
-                directive.zero = true;
-            else
-                break;
-        }
-        if (*p == '*') {
-            ++p;
-            int width = va_arg(args.list, int);
-            if (width < 0) {
-                directive.left = true;
-                directive.width = static_cast<std::size_t>(-static_cast<long long>(width));
-                if (directive.width > kMaxField)
-                    directive.width = kMaxField;
-            } else {
-                directive.width = static_cast<std::size_t>(width);
-            }
-        } else {
-            directive.width = ReadNumber(p);
-        }
-        if (*p == '.') {
-            ++p;
-            if (*p == '*') {
-                ++p;
-                int precision = va_arg(args.list, int);
-                directive.precision =
-                    precision < 0 ? kUnlimited : static_cast<std::size_t>(precision);
-            } else {
-                directive.precision = ReadNumber(p);
-            }
-        }
-        directive.length = ReadLength(p);
-        const bool wide = directive.length == Length::Long || directive.length == Length::Wide;
-
-        switch (*p++) {
-        case 'd':
-        case 'i': {
-            long long v = ReadSigned(args, directive.length);
-            unsigned long long magnitude = v < 0 ? 0ULL - static_cast<unsigned long long>(v)
-                                                 : static_cast<unsigned long long>(v);
-            EmitInteger(sink, directive, magnitude, v < 0, 10, false, true);
-            break;
-        }
-        case 'u':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 10, false,
-                        false);
-            break;
-        case 'o':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 8, false,
-                        false);
-            break;
-        case 'x':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 16, false,
-                        false);
-            break;
-        case 'X':
-            EmitInteger(sink, directive, ReadUnsigned(args, directive.length), false, 16, true,
-                        false);
-            break;
-        case 'p': {
-            // As the target platform prints pointers: every hex digit, upper case, no prefix.
-            Directive pointer = directive;
-            pointer.alt = pointer.zero = false;
-            pointer.precision = 2 * sizeof(void*);
-            auto address = reinterpret_cast<std::uintptr_t>(va_arg(args.list, void*));
-            EmitInteger(sink, pointer, address, false, 16, true, false);
-            break;
-        }
-        case 'c':
-            EmitCharacter(sink, directive, va_arg(args.list, int), wide);
-            break;
-        case 'C':
-            EmitCharacter(sink, directive, va_arg(args.list, int),
-                          directive.length != Length::Short);
-            break;
-        case 's':
-        case 'S': {
-            bool wideText = p[-1] == 'S' ? directive.length != Length::Short : wide;
-            if (wideText) {
-                const Unit16* text = va_arg(args.list, const Unit16*);
-                if (text != nullptr) {
-                    EmitField(sink, directive, text, static_cast<const Unit16*>(nullptr));
-                    break;
-                }
-            } else {
-                const char* text = va_arg(args.list, const char*);
-                if (text != nullptr) {
-                    EmitField(sink, directive, text, static_cast<const char*>(nullptr));
-                    break;
-                }
-            }
-            EmitField(sink, directive, kNullText, static_cast<const char*>(nullptr));
-            break;
-        }
-        case 'e':
-        case 'E':
-        case 'f':
-        case 'F':
-        case 'g':
-        case 'G':
-        case 'a':
-        case 'A': {
-            // Long double is double on the target platform: take the caller's value as one.
-            double value = directive.length == Length::LongDouble
-                               ? static_cast<double>(va_arg(args.list, long double))
-                               : va_arg(args.list, double);
-            EmitFloat(sink, directive, static_cast<char>(p[-1]), value);
-            break;
-        }
-        case '%':
-            sink.Put(static_cast<Out>('%'));
-            break;
-        case 0:
+        const Directive directive = ReadDirective(p, args);
+        if (*p == 0)
             return; // the format ends inside a directive: nothing more to write
-        default:
-            --p; // unknown (including %n): the next literal run starts with it
-            break;
-        }
+        if (Convert(sink, directive, args))
+            ++p; // otherwise the next literal run starts with the unknown character
     }
 }
 

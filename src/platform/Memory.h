@@ -3,9 +3,8 @@
 
 #include <cstddef>
 
-// Returns null when no memory is left (or when the test switch says so); never throws.
-void* ZK_malloc(std::size_t size);
-void ZK_free(void* block);
+// ZK_malloc and ZK_free, which the library exports; the test switch below reaches ZK_malloc.
+#include <vorn/platform/Memory.h>
 
 namespace ZK {
 struct MemoryManager {

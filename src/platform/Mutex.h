@@ -1,14 +1,13 @@
 // Critical sections of the platform layer: a recursive mutex owned by the thread that holds it.
 #pragma once
 
-#include <pthread.h>
+#include <cstddef>
 
 namespace vorn::platform {
 
-// Exactly the system's mutex, so that it can be built in place in a critical section's 40 bytes.
 class RecursiveMutex {
 public:
-    // Zero-filled until Initialize.
+    // Leaves the mutex unusable until Initialize succeeds.
     RecursiveMutex();
     RecursiveMutex(const RecursiveMutex&) = delete;
     RecursiveMutex& operator=(const RecursiveMutex&) = delete;
@@ -24,7 +23,11 @@ public:
     void Leave();
 
 private:
-    pthread_mutex_t m_mutex;
+    // Room for the system's mutex, so that a lock's state needs no allocation of its own; the
+    // system part checks that its mutex fits.
+    static constexpr std::size_t kNativeSize = 64;
+    alignas(alignof(std::max_align_t)) unsigned char m_native[kNativeSize];
+    bool m_initialized;
 };
 
 } // namespace vorn::platform

@@ -4,9 +4,13 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/Utf16.h"
 #include "platform/Utf8.h"
 
 namespace {
+
+namespace utf8 = vorn::platform::utf8;
+namespace utf16 = vorn::platform::utf16;
 
 std::size_t UnitExtent(const unsigned short* text, int length) {
     std::size_t n = 0;
@@ -20,13 +24,6 @@ std::size_t UnitExtent(const unsigned short* text, int length) {
     return n;
 }
 
-bool IsLead(unsigned short u) {
-    return u >= 0xD800 && u <= 0xDBFF;
-}
-bool IsTrail(unsigned short u) {
-    return u >= 0xDC00 && u <= 0xDFFF;
-}
-
 } // namespace
 
 int CHUnicode2ANSI(const unsigned short* source, int sourceLength, char* target, int targetSize,
@@ -38,15 +35,15 @@ int CHUnicode2ANSI(const unsigned short* source, int sourceLength, char* target,
     std::size_t bytes = 0;
     for (std::size_t i = 0; i < n;) {
         std::int32_t c = source[i++];
-        if (IsLead(static_cast<unsigned short>(c)) && i < n && IsTrail(source[i]))
-            c = 0x10000 + ((c - 0xD800) << 10) + (source[i++] - 0xDC00);
-        else if (c >= 0xD800 && c <= 0xDFFF)
+        if (utf16::IsHighSurrogate(c) && i < n && utf16::IsLowSurrogate(source[i]))
+            c = static_cast<std::int32_t>(utf16::Combine(c, source[i++]));
+        else if (utf16::IsSurrogate(c))
             c = replaceBySubstitute ? 0xFFFD : '?';
-        std::size_t k = vorn::platform::utf8::EncodedLength(c);
+        std::size_t k = utf8::EncodedLength(c);
         if (target != nullptr) {
             if (bytes + k > room)
                 break;
-            vorn::platform::utf8::Encode(c, target + bytes);
+            utf8::Encode(c, target + bytes);
         }
         bytes += k;
     }
@@ -69,19 +66,14 @@ int CHANSI2Unicode(const char* source, int sourceLength, unsigned short* target,
     std::size_t units = 0;
     for (std::size_t i = 0; i < n;) {
         std::int32_t c;
-        i += vorn::platform::utf8::Decode(source + i, n - i, c);
-        if (c >= vorn::platform::utf8::kInvalid)
+        i += utf8::Decode(source + i, n - i, c);
+        if (c >= utf8::kInvalid)
             c = 0xFFFD;
         std::size_t k = c > 0xFFFF ? 2 : 1;
         if (target != nullptr) {
             if (units + k > room)
                 return static_cast<int>(units);
-            if (k == 2) {
-                target[units] = static_cast<unsigned short>(0xD800 + ((c - 0x10000) >> 10));
-                target[units + 1] = static_cast<unsigned short>(0xDC00 + ((c - 0x10000) & 0x3FF));
-            } else {
-                target[units] = static_cast<unsigned short>(c);
-            }
+            utf16::Encode(static_cast<char32_t>(c), target + units);
         }
         units += k;
     }

@@ -1,12 +1,15 @@
 // Stream doubles that keep what reaches them and fail on request.
 #pragma once
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <vorn/io/IOException.h>
 #include <vorn/io/OutputStream.h>
+#include <vorn/io/Reader.h>
 #include <vorn/io/Writer.h>
 
 #include "support/Utf16.h"
@@ -82,6 +85,34 @@ public:
     WString log;
     int writes = 0;
     bool failFlush = false, failClose = false;
+};
+
+// A reader over `units` that keeps the count of each read asked of it in `asked`; -1 at the end.
+class CUnitSource : public vorn::io::CReader {
+public:
+    explicit CUnitSource(WString text) : units(std::move(text)) {}
+    using CReader::Read;
+    int Read(unsigned short* buffer, unsigned int offset, unsigned int count) override {
+        asked.push_back(count);
+        if (position == units.size())
+            return -1;
+        const std::size_t n = std::min<std::size_t>(count, units.size() - position);
+        units.copy(buffer + offset, n, position);
+        position += n;
+        return static_cast<int>(n);
+    }
+    int Skip(unsigned int count) override {
+        const std::size_t n = std::min<std::size_t>(count, units.size() - position);
+        position += n;
+        return static_cast<int>(n);
+    }
+    void Reset() override { position = 0; }
+    void Close() override { FailIf(failClose, "Close failed."); }
+
+    WString units;
+    std::size_t position = 0;
+    std::vector<unsigned int> asked;
+    bool failClose = false;
 };
 
 } // namespace vorn::test

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include <vorn/base/Class.h>
 #include <vorn/base/MemoryException.h>
 #include <vorn/base/win/WinSystemErrorException.h>
 
@@ -68,6 +71,18 @@ void ExpectSystemError(F&& call, const char* source, const char* description, un
         EXPECT_STREQ(e.GetErrorDescription(), description);
         EXPECT_EQ(e.GetErrorCode(), code);
         EXPECT_NE(e.GetMessage(), nullptr);
+    }
+}
+
+// What `call` threw, as "CClassName: description" ("-" for none), or "nothing"; for checks that
+// gather several outcomes into one text, such as those made in a child process.
+template <typename F> std::string Thrown(F&& call) {
+    try {
+        call();
+        return "nothing";
+    } catch (const vorn::base::CException& e) {
+        const char* words = e.GetErrorDescription();
+        return std::string(e.GetClass()->GetName()) + ": " + (words != nullptr ? words : "-");
     }
 }
 

@@ -6,6 +6,7 @@
 #include <vorn/base/Export.h>
 #include <vorn/base/String.h>
 #include <vorn/base/UnicodeString.h>
+#include <vorn/platform/Memory.h>
 
 namespace vorn::base {
 

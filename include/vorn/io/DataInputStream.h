@@ -45,7 +45,6 @@ public:
     virtual void ReadObject(ISerializable& object);
 
 protected:
-    void CheckOpen(unsigned int line) const;
     // `count` bytes of UTF-8 as text, in one read.
     vorn::base::CUnicodeString ReadText(unsigned int count);
 

@@ -42,7 +42,6 @@ public:
     virtual void WriteObject(ISerializable const& object);
 
 protected:
-    void CheckOpen(unsigned int line) const;
     // The text as UTF-8, its count of `countBytes` bytes first, big-endian.
     void WriteCounted(vorn::base::CString const& utf8, unsigned int countBytes);
 

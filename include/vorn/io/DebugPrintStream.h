@@ -43,7 +43,7 @@ public:
     void Println() override;
 
 private:
-    void CheckOpen(unsigned int line) const;
+    void CheckOpen() const;
 
     bool m_open;
 };

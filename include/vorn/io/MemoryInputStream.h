@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vorn/io/InputStream.h>
+#include <vorn/platform/Memory.h>
 
 namespace vorn::io {
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <vorn/io/OutputStream.h>
+#include <vorn/platform/Memory.h>
 
 namespace vorn::io {
 

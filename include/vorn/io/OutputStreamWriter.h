@@ -48,7 +48,6 @@ private:
     // of the buffer. A retry drops the converter's pending surrogate.
     void InternalWrite(const unsigned short* text, unsigned int offset, unsigned int count);
     void FlushBuffer();
-    void InternalClose();
 
     COutputStream* m_stream;
     vorn::base::CRef<COutputStream> m_streamRef;

@@ -55,7 +55,6 @@ private:
     CPrintStream(const CPrintStream&) = delete;
     CPrintStream& operator=(const CPrintStream&) = delete;
 
-    void CheckOpen(unsigned int line) const;
     void PrintFormatted(char const* format, ...);
     void WriteNewLine();
 

@@ -73,7 +73,6 @@ private:
     CPrintWriter(const CPrintWriter&) = delete;
     CPrintWriter& operator=(const CPrintWriter&) = delete;
 
-    void CheckOpen(unsigned int line) const;
     void PrintFormatted(char const* format, ...);
     void WriteNewLine();
 

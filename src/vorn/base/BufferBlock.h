@@ -7,7 +7,7 @@
 #pragma once
 
 #include <vorn/base/MemoryException.h>
-#include <vorn/util/detail/Storage.h>
+#include <vorn/base/detail/Capacity.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -20,7 +20,9 @@ namespace vorn::base::detail {
 // Characters before the terminator, looking at no more than `limit`.
 template <typename Char> unsigned int MeasureText(const Char* s, unsigned int limit) {
     if constexpr (sizeof(Char) == 1) {
-        return static_cast<unsigned int>(::strnlen(s, limit));
+        const void* end = std::memchr(s, 0, limit);
+        return end == nullptr ? limit
+                              : static_cast<unsigned int>(static_cast<const Char*>(end) - s);
     } else {
         unsigned int n = 0;
         while (n < limit && s[n] != 0)
@@ -51,7 +53,7 @@ unsigned int LengthOf(const Char* block, unsigned int capacity, const Char* s) {
 template <typename Char>
 void GrowBlock(Char*& text, unsigned int& capacity, unsigned int size, unsigned int increment,
                const char* source, unsigned int line, bool keepText) {
-    const unsigned int rounded = vorn::util::detail::RoundCapacity(size, increment);
+    const unsigned int rounded = RoundCapacity(size, increment);
     // A wrapped rounding would leave less room than the caller goes on to fill.
     if (rounded < size)
         throw CMemoryException(source, line);

@@ -2,10 +2,10 @@
 #include <vorn/base/ClassManager.h>
 #include <vorn/base/ClassNotFoundException.h>
 #include <vorn/base/MemoryException.h>
-#include <vorn/util/HashFunctions.h>
 
 #include "platform/Memory.h"
 #include "platform/Text.h"
+#include "vorn/base/TextHash.h"
 
 namespace vorn::base {
 
@@ -77,7 +77,7 @@ bool CClassManager::HashInsert(const char* key, CClass* value) {
     for (;;) {
         if (m_buckets == nullptr)
             return false;
-        int hash = vorn::util::GetStringHashCode(key);
+        int hash = detail::HashText(key);
         unsigned int index = (static_cast<unsigned int>(hash) & 0x7FFFFFFFu) % m_bucketCount;
         // Keys are the records' own name pointers, so identity is enough.
         for (ClassHashEntry* e = m_buckets[index]; e != nullptr; e = e->next) {
@@ -131,7 +131,7 @@ bool CClassManager::HashGrow() {
 CClass* CClassManager::HashLookup(const char* key) const {
     if (m_buckets == nullptr)
         return nullptr;
-    int hash = vorn::util::GetStringHashCode(key);
+    int hash = detail::HashText(key);
     unsigned int index = (static_cast<unsigned int>(hash) & 0x7FFFFFFFu) % m_bucketCount;
     for (ClassHashEntry* e = m_buckets[index]; e != nullptr; e = e->next)
         if (e->hash == hash && e->key == key)
@@ -142,7 +142,7 @@ CClass* CClassManager::HashLookup(const char* key) const {
 bool CClassManager::HashRemove(const char* key) {
     if (m_buckets == nullptr)
         return false;
-    int hash = vorn::util::GetStringHashCode(key);
+    int hash = detail::HashText(key);
     unsigned int index = (static_cast<unsigned int>(hash) & 0x7FFFFFFFu) % m_bucketCount;
     ClassHashEntry** link = &m_buckets[index];
     for (ClassHashEntry* e = *link; e != nullptr; link = &e->next, e = e->next) {
@@ -165,7 +165,8 @@ void CClassManager::RegisterClass(CClass* cls) {
         m_head->m_previous = cls;
     ++m_classCount;
     m_head = cls;
-    // A successful insertion ends hashing: from the first registration on, the list serves.
+    // Deliberate: a successful insertion ends hashing; from the first registration on, the list
+    // serves.
     if (m_hashMode == 1 && HashInsert(cls->GetName(), cls)) {
         m_hashMode = 0;
         ReleaseHashTable();

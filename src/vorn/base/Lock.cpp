@@ -1,5 +1,4 @@
 #include <vorn/base/Lock.h>
-#include <vorn/base/SynchronizationException.h>
 
 #include "vorn/base/LockImplWin.h"
 
@@ -12,9 +11,7 @@ CLock::~CLock() {
 }
 
 void CLock::Acquire() {
-    if (!m_impl->Enter())
-        throw CSynchronizationException("vorn/base/Lock", __LINE__,
-                                        "Failed to enter critical section.", nullptr);
+    m_impl->Acquire("vorn/base/Lock", __LINE__);
 }
 
 bool CLock::TryAcquire(unsigned int /*timeout*/) {

@@ -2,12 +2,12 @@
 // every other static initialiser of the module; the unload hook is registered from there, which
 // makes it run before the static destructors (they were registered earlier).
 #include <cstdlib>
-#include <dlfcn.h>
 
 #include <vorn/base/Exception.h>
 #include <vorn/base/ThreadLocal.h>
 
 #include "platform/Debug.h"
+#include "platform/ModuleImage.h"
 #include "platform/Resources.h"
 #include "vorn/base/Module.h"
 
@@ -18,10 +18,7 @@ namespace {
 bool g_attached = false;
 
 const void* ModuleHandle() {
-    Dl_info info;
-    if (::dladdr(reinterpret_cast<const void*>(&ModuleHandle), &info) != 0)
-        return info.dli_fbase;
-    return nullptr;
+    return vorn::platform::ModuleImageOf(reinterpret_cast<const void*>(&ModuleHandle));
 }
 
 void Detach() {

@@ -1,5 +1,4 @@
 #include <vorn/base/ReentrantLock.h>
-#include <vorn/base/SynchronizationException.h>
 
 #include "vorn/base/ReentrantLockImplWin.h"
 
@@ -12,9 +11,7 @@ CReentrantLock::~CReentrantLock() {
 }
 
 void CReentrantLock::Acquire() {
-    if (!m_impl->Enter())
-        throw CSynchronizationException("vorn/base/ReentrantLock", __LINE__,
-                                        "Failed to enter critical section.", nullptr);
+    m_impl->Acquire("vorn/base/ReentrantLock", __LINE__);
 }
 
 bool CReentrantLock::TryAcquire(unsigned int /*timeout*/) {

@@ -15,6 +15,7 @@ bool CSpinLock::TryAcquire(unsigned int /*timeout*/) {
 }
 
 void CSpinLock::Release() {
+    // Deliberate: a decrement, not a store of 0; an unmatched Release leaves the lock unusable.
     AtomicDecrement(m_lock);
 }
 

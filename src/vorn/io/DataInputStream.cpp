@@ -4,6 +4,8 @@
 #include <vorn/io/DataInputStream.h>
 #include <vorn/io/IOException.h>
 
+#include "vorn/io/StreamBeneath.h"
+
 namespace vorn::io {
 
 using vorn::base::CUnicodeString;
@@ -11,6 +13,8 @@ using vorn::base::CUnicodeString;
 namespace {
 
 constexpr const char* kSource = "vorn/io/DataInputStream";
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
+                                      beneath::SecondClose::kQuiet};
 
 template <unsigned int n> unsigned int FromBigEndian(const char (&buffer)[n]) {
     unsigned int value = 0;
@@ -24,124 +28,99 @@ template <unsigned int n> unsigned int FromBigEndian(const char (&buffer)[n]) {
 VORN_DEFINE_CLASS_BASE(CDataInputStream, "vorn::io::CDataInputStream", "vorn::io::CInputStream")
 
 CDataInputStream::CDataInputStream(vorn::base::CRef<CInputStream> const& stream)
-    : m_streamRef(), m_stream(nullptr) {
-    if (stream.IsNull())
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid input stream.");
-    m_streamRef = stream;
-    m_stream = stream.GetPointer();
-}
+    : m_streamRef(stream),
+      m_stream(beneath::Require(stream.GetPointer(), kSource, __LINE__, "Invalid input stream.")) {}
 
-CDataInputStream::CDataInputStream(CInputStream* stream) : m_streamRef(), m_stream(nullptr) {
-    if (stream == nullptr)
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid intput stream.");
-    m_stream = stream;
-}
+// The spelling "intput" is deliberate, and differs from the other constructor's.
+CDataInputStream::CDataInputStream(CInputStream* stream)
+    : m_streamRef(),
+      m_stream(beneath::Require(stream, kSource, __LINE__, "Invalid intput stream.")) {}
 
 CDataInputStream::~CDataInputStream() {}
-
-void CDataInputStream::CheckOpen(unsigned int line) const {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, line, "Stream closed.", nullptr);
-}
 
 // ---- Bytes, passed on
 
 unsigned int CDataInputStream::GetAvailable() const {
-    CheckOpen(__LINE__);
-    return m_stream->GetAvailable();
+    return beneath::Open(m_stream, kClosed)->GetAvailable();
 }
 
 int CDataInputStream::Read(char* buffer, unsigned int offset, unsigned int count) {
-    CheckOpen(__LINE__);
-    return m_stream->Read(buffer, offset, count);
+    return beneath::Open(m_stream, kClosed)->Read(buffer, offset, count);
 }
 
 int CDataInputStream::Read(char* buffer, unsigned int count) {
-    CheckOpen(__LINE__);
-    return m_stream->Read(buffer, count);
+    return beneath::Open(m_stream, kClosed)->Read(buffer, count);
 }
 
 int CDataInputStream::Read() {
-    CheckOpen(__LINE__);
-    return m_stream->Read();
+    return beneath::Open(m_stream, kClosed)->Read();
 }
 
 int CDataInputStream::Skip(unsigned int count) {
-    CheckOpen(__LINE__);
-    return m_stream->Skip(count);
+    return beneath::Open(m_stream, kClosed)->Skip(count);
 }
 
 void CDataInputStream::Reset() {
-    CheckOpen(__LINE__);
-    m_stream->Reset();
+    beneath::Open(m_stream, kClosed)->Reset();
 }
 
 void CDataInputStream::Close() {
-    if (m_stream == nullptr)
-        return;
-    try {
-        m_stream->Close();
-    } catch (CIOException&) {
-        m_stream = nullptr;
-        throw;
-    }
-    m_stream = nullptr;
+    beneath::Close(m_stream, kClosed);
 }
 
 // ---- Values. The buffers start zeroed: what a short read leaves unfilled reads as zero bytes.
 
 bool CDataInputStream::ReadBool() {
-    CheckOpen(__LINE__);
-    return m_stream->Read() == 1;
+    return beneath::Open(m_stream, kClosed)->Read() == 1;
 }
 
 char CDataInputStream::ReadByte() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     return static_cast<char>(m_stream->Read());
 }
 
 unsigned char CDataInputStream::ReadSByte() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     return static_cast<unsigned char>(m_stream->Read());
 }
 
 short CDataInputStream::ReadInt16() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[2] = {};
     m_stream->Read(buffer, 2);
     return static_cast<short>(FromBigEndian(buffer));
 }
 
 unsigned short CDataInputStream::ReadUInt16() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[2] = {};
     m_stream->Read(buffer, 2);
     return static_cast<unsigned short>(FromBigEndian(buffer));
 }
 
 int CDataInputStream::ReadInt32() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[4] = {};
     m_stream->Read(buffer, 4);
     return static_cast<int>(FromBigEndian(buffer));
 }
 
 unsigned int CDataInputStream::ReadUInt32() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[4] = {};
     m_stream->Read(buffer, 4);
     return FromBigEndian(buffer);
 }
 
 float CDataInputStream::ReadFloat() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     float value = 0;
     m_stream->Read(reinterpret_cast<char*>(&value), 4);
     return value;
 }
 
 double CDataInputStream::ReadDouble() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     double value = 0;
     m_stream->Read(reinterpret_cast<char*>(&value), 8);
     return value;
@@ -166,14 +145,14 @@ CUnicodeString CDataInputStream::ReadText(unsigned int count) {
 }
 
 CUnicodeString CDataInputStream::ReadString() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char count[4] = {};
     m_stream->Read(count, 4);
     return ReadText(FromBigEndian(count));
 }
 
 void CDataInputStream::ReadObject(ISerializable& object) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     object.Read(*this);
 }
 

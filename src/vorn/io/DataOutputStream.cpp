@@ -3,6 +3,8 @@
 #include <vorn/io/DataOutputStream.h>
 #include <vorn/io/IOException.h>
 
+#include "vorn/io/StreamBeneath.h"
+
 namespace vorn::io {
 
 using vorn::base::CString;
@@ -11,6 +13,8 @@ using vorn::base::CUnicodeString;
 namespace {
 
 constexpr const char* kSource = "vorn/io/DataOutputStream";
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
+                                      beneath::SecondClose::kQuiet};
 
 // The low `n` bytes of `value`, most significant first.
 template <unsigned int n> void BigEndian(unsigned int value, char (&buffer)[n]) {
@@ -23,114 +27,87 @@ template <unsigned int n> void BigEndian(unsigned int value, char (&buffer)[n]) 
 VORN_DEFINE_CLASS_BASE(CDataOutputStream, "vorn::io::CDataOutputStream", "vorn::io::COutputStream")
 
 CDataOutputStream::CDataOutputStream(vorn::base::CRef<COutputStream> const& stream)
-    : m_streamRef(), m_stream(nullptr) {
-    if (stream.IsNull())
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid output stream.");
-    m_streamRef = stream;
-    m_stream = stream.GetPointer();
+    : m_streamRef(stream),
+      m_stream(beneath::Require(stream.GetPointer(), kSource, __LINE__, "Invalid output stream.")) {
 }
 
-CDataOutputStream::CDataOutputStream(COutputStream* stream) : m_streamRef(), m_stream(nullptr) {
-    if (stream == nullptr)
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid output stream.");
-    m_stream = stream;
-}
+CDataOutputStream::CDataOutputStream(COutputStream* stream)
+    : m_streamRef(),
+      m_stream(beneath::Require(stream, kSource, __LINE__, "Invalid output stream.")) {}
 
 CDataOutputStream::~CDataOutputStream() {}
-
-void CDataOutputStream::CheckOpen(unsigned int line) const {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, line, "Stream closed.", nullptr);
-}
 
 // ---- Bytes, passed on
 
 void CDataOutputStream::Write(char const* buffer, unsigned int offset, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_stream->Write(buffer, offset, count);
+    beneath::Open(m_stream, kClosed)->Write(buffer, offset, count);
 }
 
 void CDataOutputStream::Write(char const* buffer, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_stream->Write(buffer, count);
+    beneath::Open(m_stream, kClosed)->Write(buffer, count);
 }
 
 void CDataOutputStream::Write(char value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(value);
+    beneath::Open(m_stream, kClosed)->Write(value);
 }
 
 void CDataOutputStream::Flush() {
-    CheckOpen(__LINE__);
-    m_stream->Flush();
+    beneath::Open(m_stream, kClosed)->Flush();
 }
 
 void CDataOutputStream::Close() {
-    if (m_stream == nullptr)
-        return;
-    try {
-        m_stream->Close();
-    } catch (CIOException&) {
-        m_stream = nullptr;
-        throw;
-    }
-    m_stream = nullptr;
+    beneath::Close(m_stream, kClosed);
 }
 
 // ---- Values
 
 void CDataOutputStream::WriteBool(bool value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(static_cast<char>(value ? 1 : 0));
+    beneath::Open(m_stream, kClosed)->Write(static_cast<char>(value ? 1 : 0));
 }
 
 void CDataOutputStream::WriteByte(char value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(value);
+    beneath::Open(m_stream, kClosed)->Write(value);
 }
 
 void CDataOutputStream::WriteUByte(unsigned char value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(static_cast<char>(value));
+    beneath::Open(m_stream, kClosed)->Write(static_cast<char>(value));
 }
 
 void CDataOutputStream::WriteInt16(short value) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[2];
     BigEndian(static_cast<unsigned short>(value), buffer);
     m_stream->Write(buffer, 2);
 }
 
 void CDataOutputStream::WriteUInt16(unsigned short value) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[2];
     BigEndian(value, buffer);
     m_stream->Write(buffer, 2);
 }
 
 void CDataOutputStream::WriteInt32(int value) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[4];
     BigEndian(static_cast<unsigned int>(value), buffer);
     m_stream->Write(buffer, 4);
 }
 
 void CDataOutputStream::WriteUInt32(unsigned int value) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     char buffer[4];
     BigEndian(value, buffer);
     m_stream->Write(buffer, 4);
 }
 
-// Floating values go out in the machine's own byte order, unlike the integers.
+// Deliberate: floating values go out in the machine's own byte order, unlike the integers.
 void CDataOutputStream::WriteFloat(float value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(reinterpret_cast<const char*>(&value), 4);
+    beneath::Open(m_stream, kClosed)->Write(reinterpret_cast<const char*>(&value), 4);
 }
 
 void CDataOutputStream::WriteDouble(double value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(reinterpret_cast<const char*>(&value), 8);
+    beneath::Open(m_stream, kClosed)->Write(reinterpret_cast<const char*>(&value), 8);
 }
 
 void CDataOutputStream::WriteCounted(CString const& utf8, unsigned int countBytes) {
@@ -142,18 +119,19 @@ void CDataOutputStream::WriteCounted(CString const& utf8, unsigned int countByte
 }
 
 void CDataOutputStream::WriteString(CUnicodeString const& text) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     WriteCounted(text.ToUTF8(), 4);
 }
 
 void CDataOutputStream::WriteString(unsigned short const* text) {
+    // Deliberate: no count and no closed check for an empty text, unlike the other overload.
     if (text == nullptr || *text == 0)
         return;
     WriteString(CUnicodeString(text));
 }
 
 void CDataOutputStream::WriteObject(ISerializable const& object) {
-    CheckOpen(__LINE__);
+    beneath::Open(m_stream, kClosed);
     object.Write(*this);
 }
 

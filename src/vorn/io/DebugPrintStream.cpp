@@ -6,6 +6,7 @@
 #include <vorn/io/IOException.h>
 
 #include "platform/Debug.h"
+#include "vorn/io/StreamBeneath.h"
 
 namespace vorn::io {
 
@@ -13,7 +14,10 @@ using vorn::base::CString;
 
 namespace {
 
-const char* const kSource = "vorn/io/DebugPrintStream";
+constexpr const char* kSource = "vorn/io/DebugPrintStream";
+// Nothing beneath: m_open is the closed state, and Close only clears it.
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
+                                      beneath::SecondClose::kQuiet};
 
 // What "%ld" finds in the argument slot of a double: the low 32 bits of its pattern. Passing the
 // double itself to a 32-bit read would be undefined here.
@@ -27,28 +31,28 @@ int LowBits(double value) {
 
 VORN_DEFINE_CLASS_BASE(CDebugPrintStream, "vorn::io::CDebugPrintStream", "vorn::io::CPrintStream")
 
-void CDebugPrintStream::CheckOpen(unsigned int line) const {
+void CDebugPrintStream::CheckOpen() const {
     if (!m_open)
-        throw CIOException(kSource, line, "Stream closed.", nullptr);
+        beneath::ThrowClosed(kClosed);
 }
 
 void CDebugPrintStream::Write(char const*, unsigned int, unsigned int) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     throw CIOException(kSource, __LINE__, "Unsupported on class CDebugPrintStream.", nullptr);
 }
 
 void CDebugPrintStream::Write(char const*, unsigned int) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     throw CIOException(kSource, __LINE__, "Unsupported on class CDebugPrintStream.", nullptr);
 }
 
 void CDebugPrintStream::Write(char) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     throw CIOException(kSource, __LINE__, "Unsupported on class CDebugPrintStream.", nullptr);
 }
 
 void CDebugPrintStream::Flush() {
-    CheckOpen(__LINE__);
+    CheckOpen();
 }
 
 void CDebugPrintStream::Close() {
@@ -56,101 +60,103 @@ void CDebugPrintStream::Close() {
 }
 
 void CDebugPrintStream::Print(CString const& text) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     if (!text.IsEmpty())
         DBPrintf("%s", static_cast<const char*>(text));
 }
 
 void CDebugPrintStream::Print(char const* text) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     if (text != nullptr && *text != '\0')
         DBPrintf("%s", text);
 }
 
 void CDebugPrintStream::Print(char value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%c", value);
 }
 
 void CDebugPrintStream::Print(double value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
+    // Deliberate: "%ld" with the double's bits, where Println(double) has "%lf".
     DBPrintf("%ld", LowBits(value));
 }
 
 void CDebugPrintStream::Print(float value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%f", static_cast<double>(value));
 }
 
 void CDebugPrintStream::Print(unsigned int value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
+    // Deliberate: the format has no percent sign, so the letters lu are printed, not the value.
     DBPrintf("lu", value);
 }
 
 void CDebugPrintStream::Print(int value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%ld", value);
 }
 
 void CDebugPrintStream::Print(short value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%d", value);
 }
 
 void CDebugPrintStream::Print(bool value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%s", value ? "true" : "false");
 }
 
 void CDebugPrintStream::Println(CString const& text) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     if (!text.IsEmpty())
         DBPrintf("%s\n", static_cast<const char*>(text));
 }
 
 void CDebugPrintStream::Println(char const* text) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     if (text != nullptr && *text != '\0')
         DBPrintf("%s\n", text);
 }
 
 void CDebugPrintStream::Println(char value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%c\n", value);
 }
 
 void CDebugPrintStream::Println(double value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%lf\n", value);
 }
 
 void CDebugPrintStream::Println(float value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%f\n", static_cast<double>(value));
 }
 
 void CDebugPrintStream::Println(unsigned int value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%lu\n", value);
 }
 
 void CDebugPrintStream::Println(int value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%ld\n", value);
 }
 
 void CDebugPrintStream::Println(short value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%d\n", value);
 }
 
 void CDebugPrintStream::Println(bool value) {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("%s\n", value ? "true" : "false");
 }
 
 void CDebugPrintStream::Println() {
-    CheckOpen(__LINE__);
+    CheckOpen();
     DBPrintf("\n");
 }
 

@@ -1,11 +1,16 @@
 #include <vorn/io/IOException.h>
 #include <vorn/io/JavaDataInputStream.h>
 
+#include "vorn/io/StreamBeneath.h"
+
 namespace vorn::io {
 
 namespace {
 constexpr const char* kSource = "vorn/io/JavaDataInputStream";
-}
+// The base class's rule, with this file's name.
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
+                                      beneath::SecondClose::kQuiet};
+} // namespace
 
 VORN_DEFINE_CLASS_BASE(CJavaDataInputStream, "vorn::io::CJavaDataInputStream",
                        "vorn::io::CDataInputStream")
@@ -18,8 +23,7 @@ CJavaDataInputStream::CJavaDataInputStream(CInputStream* stream) : CDataInputStr
 CJavaDataInputStream::~CJavaDataInputStream() {}
 
 vorn::base::CUnicodeString CJavaDataInputStream::ReadString() {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, __LINE__, "Stream closed.", nullptr);
+    beneath::Open(m_stream, kClosed);
     unsigned char count[2] = {};
     m_stream->Read(reinterpret_cast<char*>(count), 2);
     return ReadText(static_cast<unsigned int>(count[0] << 8 | count[1]));

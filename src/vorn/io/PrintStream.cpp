@@ -9,82 +9,49 @@
 
 #include "platform/Debug.h"
 #include "platform/Format.h"
+#include "vorn/io/StreamBeneath.h"
 
 namespace vorn::io {
 
 using vorn::base::CString;
 
 namespace {
-const char* const kSource = "vorn/io/PrintStream";
-}
+constexpr const char* kSource = "vorn/io/PrintStream";
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Stream closed.",
+                                      beneath::SecondClose::kQuiet};
+} // namespace
 
 VORN_DEFINE_CLASS_BASE(CPrintStream, "vorn::io::CPrintStream", "vorn::io::COutputStream")
 
+// The doubled letter of "ooutput" is deliberate.
 CPrintStream::CPrintStream(vorn::base::CRef<COutputStream> const& stream, bool autoFlush)
-    : m_stream(nullptr), m_streamRef(), m_autoFlush(autoFlush), m_scratch{}, m_endOfLine() {
-    if (stream.IsNull())
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid ooutput stream.");
-    m_endOfLine = ZK::EOL;
-    m_streamRef = stream;
-    m_stream = stream.GetPointer();
-}
+    : m_stream(beneath::Require(stream.GetPointer(), kSource, __LINE__, "Invalid ooutput stream.")),
+      m_streamRef(stream), m_autoFlush(autoFlush), m_scratch{}, m_endOfLine(ZK::EOL) {}
 
 CPrintStream::CPrintStream(COutputStream* stream, bool autoFlush)
-    : m_stream(nullptr), m_streamRef(), m_autoFlush(autoFlush), m_scratch{}, m_endOfLine() {
-    if (stream == nullptr)
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid output stream.");
-    m_endOfLine = ZK::EOL;
-    m_stream = stream;
-}
+    : m_stream(beneath::Require(stream, kSource, __LINE__, "Invalid output stream.")),
+      m_streamRef(), m_autoFlush(autoFlush), m_scratch{}, m_endOfLine(ZK::EOL) {}
 
 CPrintStream::~CPrintStream() {}
 
-void CPrintStream::CheckOpen(unsigned int line) const {
-    if (m_stream == nullptr)
-        throw CIOException(kSource, line, "Stream closed.", nullptr);
-}
-
 void CPrintStream::Write(char const* buffer, unsigned int offset, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_stream->Write(buffer, offset, count);
+    beneath::Open(m_stream, kClosed)->Write(buffer, offset, count);
 }
 
 void CPrintStream::Write(char const* buffer, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_stream->Write(buffer, count);
+    beneath::Open(m_stream, kClosed)->Write(buffer, count);
 }
 
 void CPrintStream::Write(char value) {
-    CheckOpen(__LINE__);
-    m_stream->Write(value);
+    beneath::Open(m_stream, kClosed)->Write(value);
 }
 
 void CPrintStream::Flush() {
-    CheckOpen(__LINE__);
-    m_stream->Flush();
+    beneath::Open(m_stream, kClosed)->Flush();
 }
 
 void CPrintStream::Close() {
-    if (m_stream == nullptr)
-        return;
-    try {
-        m_stream->Flush();
-    } catch (CIOException&) {
-        try {
-            m_stream->Close();
-        } catch (CIOException&) {
-            // the flush's failure is the one to report
-        }
-        m_stream = nullptr;
-        throw;
-    }
-    try {
-        m_stream->Close();
-    } catch (CIOException&) {
-        m_stream = nullptr;
-        throw;
-    }
-    m_stream = nullptr;
+    beneath::Close(m_stream, kClosed, [this] { m_stream->Flush(); });
 }
 
 void CPrintStream::PrintFormatted(char const* format, ...) {
@@ -134,8 +101,8 @@ void CPrintStream::Print(bool value) {
 }
 
 void CPrintStream::WriteNewLine() {
-    CheckOpen(__LINE__);
-    m_stream->Write(static_cast<const char*>(m_endOfLine), m_endOfLine.GetLength());
+    beneath::Open(m_stream, kClosed)
+        ->Write(static_cast<const char*>(m_endOfLine), m_endOfLine.GetLength());
     if (m_autoFlush)
         m_stream->Flush();
 }

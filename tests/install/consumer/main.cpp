@@ -1,5 +1,7 @@
-// A minimal application of the installed library: starts it, finds a class, throws and catches.
+// A minimal application of the installed library: starts it, finds a class, throws and catches,
+// releases the library's blocks itself, and calls Xerces-C, which reaches it only through vorn.
 #include <vorn/vorn.h>
+#include <xercesc/util/XMLString.hpp>
 
 #include <cstdio>
 #include <cstring>
@@ -17,6 +19,23 @@ int main() {
         if (std::strcmp(e.GetClass()->GetQualifiedName(), "vorn::io::CIOException") != 0)
             return 3;
     }
+
+    vorn::io::CMemoryOutputStream out;
+    out.Write("abc", 3);
+    char* block = out.DetachBuffer();
+    if (block == nullptr || std::memcmp(block, "abc", 3) != 0)
+        return 4;
+    ZK_free(block);
+    char* owned = static_cast<char*>(ZK_malloc(2));
+    if (owned == nullptr)
+        return 5;
+    vorn::io::CMemoryInputStream in(owned, 2, true); // releases it with ZK_free
+
+    if (xercesc::XMLString::stringLen("xml") != 3)
+        return 6;
+    vorn::util::regex::CRegEx pattern("a+b");
+    if (!pattern.Matches("aab"))
+        return 7;
     vorn::Terminate();
     std::puts("consumer ok");
     return 0;

@@ -22,7 +22,7 @@ public:
 
 private:
     // The platform's critical section, built in place.
-    alignas(8) unsigned char m_section[40];
+    alignas(16) unsigned char m_section[80];
 };
 
 } // namespace vorn::base::win

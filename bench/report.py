@@ -188,9 +188,10 @@ def main():
     out.append(f"Date: {datetime.date.today().isoformat()}. Machine: {machine}{clock}"
                + (f"; {load}." if load else "."))
     out.append("")
-    out.append(f"Each figure is the median CPU time of {repetitions} repetitions, each case and "
-               "its peer timed in the same program run with the repetitions interleaved at "
-               "random. A ratio above 1 means the library is slower.")
+    out.append(f"Each figure is the median CPU time (wall time for the cases marked so) of "
+               f"{repetitions} repetitions, each case and its peer timed in the same program run "
+               "with the repetitions interleaved at random. A ratio above 1 means the library is "
+               "slower.")
     out.append("")
     out.append("| Case | What | Peer | vorn | Peer time | vorn/peer |")
     out.append("|---|---|---|---:|---:|---:|")

@@ -5,5 +5,6 @@
 namespace tour {
 
 void Section(const char* title);
+void Threads();
 
 } // namespace tour

@@ -467,6 +467,7 @@ int main() {
     Streams();
     Encoding();
     BinaryDataAndRegularExpressions();
+    tour::Threads();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -7,4 +7,6 @@ namespace tour {
 void Section(const char* title);
 void Threads();
 
+void Sockets();
+
 } // namespace tour

@@ -96,9 +96,17 @@
 #include <vorn/io/XMLSerializable.h>
 #include <vorn/io/XMLTextReader.h>
 #include <vorn/io/XMLToken.h>
+#include <vorn/io/XMLWriter.h>
+#include <vorn/net/InetAddress.h>
+#include <vorn/net/ServerSocket.h>
+#include <vorn/net/Socket.h>
 #include <vorn/net/SocketException.h>
+#include <vorn/net/SocketImpl.h>
+#include <vorn/net/SocketImplFactory.h>
+#include <vorn/net/TCPIPSocketImplFactory.h>
 #include <vorn/net/UnknownHostException.h>
 #include <vorn/net/WinSocketException.h>
+#include <vorn/net/WinSocketImpl.h>
 #include <vorn/platform/Channel.h>
 #include <vorn/platform/File.h>
 #include <vorn/platform/Location.h>

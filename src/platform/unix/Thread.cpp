@@ -1,12 +1,12 @@
 #include "platform/Thread.h"
 
 #include <cerrno>
-#include <cxxabi.h>
 #include <limits.h>
 
 #include <pthread.h>
 #include <sys/resource.h>
 
+#include "platform/Cancellation.h"
 #include "platform/unix/WaitObject.h"
 
 namespace vorn::platform {
@@ -212,7 +212,7 @@ void ReleaseThreadOwner(WaitHandle thread) {
 __attribute__((no_sanitize("undefined"))) void RethrowThreadExit() {
     try {
         throw;
-    } catch (abi::__forced_unwind&) {
+    } catch (ThreadCancellation&) {
         throw;
     } catch (...) {
     }

@@ -1,7 +1,5 @@
 #include "vorn/io/XMLTextTokenizer.h"
 
-#include <cxxabi.h>
-
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLBuffer.hpp>
 #include <xercesc/internal/WFXMLScanner.hpp>
@@ -17,6 +15,7 @@
 
 #include <vorn/io/AccessDeniedException.h>
 
+#include "platform/Cancellation.h"
 #include "platform/ChannelInputSource.h"
 #include "vorn/io/XMLTokens.h"
 
@@ -103,7 +102,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(const CRef<CInputStream>& stream)
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
     try {
         Start(CInputStreamInputSource(stream));
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
@@ -119,7 +118,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream)
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
     try {
         Start(CInputStreamInputSource(stream));
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
@@ -148,7 +147,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location)
         // The file's own words, and a fault in the prolog as the scanner's.
         DeleteAll();
         throw;
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
@@ -207,7 +206,7 @@ CRef<IXMLToken> CXMLTextTokenizer::GetNextToken() {
         throw CIOException(kSource, __LINE__, failed, nullptr);
     } catch (const xercesc::XMLException&) {
         throw CIOException(kSource, __LINE__, failed, nullptr);
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         throw;
     } catch (...) {
         throw CIOException(kSource, __LINE__, failed, nullptr);

@@ -71,9 +71,6 @@ TEST(Thread, BeforeStart) {
     EXPECT_EQ(thread.GetPriority(), 4);
     thread.Stop();
     thread.Stop();
-    CProbeThread other;
-    EXPECT_TRUE(thread == thread);
-    EXPECT_TRUE(thread != other);
     win::CWinThreadImpl impl;
     impl.Start(nullptr);
     EXPECT_FALSE(impl.IsAlive());

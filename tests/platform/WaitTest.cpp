@@ -5,7 +5,6 @@
 #include <chrono>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -114,18 +113,6 @@ TEST(Wait, RefusedArgumentsAndCounts) {
     EXPECT_TRUE(CloseHandle(semaphore));
 }
 
-TEST(Wait, TimedWaitsRunTheirLimit) {
-    WaitHandle event = CreateEvent(true, false, nullptr);
-    auto start = Clock::now();
-    EXPECT_EQ(WaitForSingleObject(event, 40), kWaitTimeout);
-    WaitHandle handles[] = {event, CreateMutex(false, nullptr)};
-    std::thread([&] { WaitForSingleObject(handles[1], 0); }).join();
-    EXPECT_EQ(WaitForMultipleObjects(2, handles, true, 40), kWaitTimeout);
-    EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(80));
-    EXPECT_TRUE(CloseHandle(handles[1]));
-    EXPECT_TRUE(CloseHandle(event));
-}
-
 TEST(NamedObjects, OneObjectPerNameAcrossProcesses) {
     WString name = Name("event");
     WaitHandle event = CreateEvent(true, false, name.c_str());
@@ -188,25 +175,6 @@ TEST(NamedObjects, MutexOfADeadProcessIsAbandoned) {
     EXPECT_TRUE(CloseHandle(mutex));
 }
 
-TEST(WaitThreads, AutoResetReleasesOneWaiterManualResetAll) {
-    for (bool manual : {false, true}) {
-        WaitHandle event = CreateEvent(manual, false, nullptr);
-        std::atomic<int> through{0};
-        std::vector<std::thread> waiters;
-        for (int i = 0; i < 4; ++i)
-            waiters.emplace_back([&] {
-                if (WaitForSingleObject(event, 400) == 0)
-                    ++through;
-            });
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        ASSERT_TRUE(SetEvent(event));
-        for (std::thread& waiter : waiters)
-            waiter.join();
-        EXPECT_EQ(through.load(), manual ? 4 : 1);
-        EXPECT_TRUE(CloseHandle(event));
-    }
-}
-
 TEST(WaitThreads, ASignalWakesAWaitOnSeveralObjects) {
     WaitHandle handles[] = {CreateEvent(false, false, nullptr), CreateSemaphore(0, 1, nullptr)};
     for (bool waitAll : {false, true}) {
@@ -252,21 +220,6 @@ TEST(PlatformThreads, HandleExitCodeAndPriority) {
     EXPECT_TRUE(SetThreadPriority(thread, 3));
     EXPECT_EQ(GetThreadPriority(thread), 3);
     EXPECT_EQ(CurrentThreadHandle(), nullptr);
-}
-
-TEST(PlatformThreads, ThreadLocalSlots) {
-    unsigned int index = TlsAlloc();
-    ASSERT_NE(index, kTlsOutOfIndexes);
-    int value = 0;
-    EXPECT_TRUE(TlsSetValue(index, &value));
-    std::thread([&] {
-        EXPECT_EQ(TlsGetValue(index), nullptr);
-        EXPECT_EQ(GetLastError(), 0u);
-    }).join();
-    EXPECT_EQ(TlsGetValue(index), &value);
-    EXPECT_EQ(TlsGetValue(kTlsOutOfIndexes), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<unsigned long>(EINVAL));
-    EXPECT_FALSE(TlsSetValue(kTlsOutOfIndexes, &value));
 }
 
 } // namespace

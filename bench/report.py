@@ -37,6 +37,13 @@ CASES = {
     "XmlRead1M": "`CXMLTextReader::ReadToken` through 1 MB of records (attributes, two "
                  "namespaces, text, CDATA), 130,000 tokens",
     "XmlRead100M": "the same through 100 MB",
+    "ConditionNotifyNoWaiter": "`Notify` under the lock with nobody waiting",
+    "ConditionWaitZero": "`Wait(0)` under the lock with nobody notifying",
+    "ConditionPingPong": "round trip of a turn between two threads through one condition (wall time)",
+    "SemaphoreAcquireRelease": "`Acquire` and `Release` of a free binary semaphore",
+    "SemaphorePingPong": "round trip between two threads through two semaphores (wall time)",
+    "EventSetWait": "`SetEvent` and a wait on the same auto-reset event, one thread",
+    "EventPingPong": "round trip between two threads through two auto-reset events (wall time)",
     "RegExNarrowAscii1M": "`CRegEx::Matches` of 1 MB of ASCII with a match at its end",
     "RegExNarrowMixed1M": "the same over 1 MB of UTF-8 in five scripts and emoji",
     "SocketThroughput1G": "1 GB over loopback in 64 KB blocks, written and read by one thread",
@@ -94,6 +101,29 @@ WHY = {
     "Sort1M":
         "The sort calls its comparator through the virtual `IComparator::Compare` and swaps "
         "elements byte by byte; `std::sort` inlines both.",
+    "ConditionNotifyNoWaiter":
+        "`Notify` enters and leaves the condition's own unblocking lock, a second mutex beside "
+        "the caller's, to read its three counters, where the peer reads one waiter count "
+        "without a lock.",
+    "ConditionPingPong":
+        "A waiter takes the gate semaphore while it still holds the caller's lock, a "
+        "notification keeps the gate until the waiter it woke has left, and that waiter's "
+        "leaving step takes the caller's lock again. So after each hand-off the notifying "
+        "thread's next `Wait` sleeps on the gate, and the woken thread then sleeps on the "
+        "caller's lock: three sleeps per hand-off where the peer has one (the benchmark's "
+        "`sleeps` counter: 6.0 per round trip against 2.0).",
+    "SemaphoreAcquireRelease":
+        "Each operation checks the handle, locks and unlocks the semaphore's mutex and goes "
+        "through the wait's deadline and result code, where `sem_t` is one atomic operation on "
+        "its count.",
+    "SemaphorePingPong":
+        "A thread that finds the count at zero always sleeps on the semaphore's condition "
+        "variable (2.0 sleeps per round trip) and, once woken, takes the semaphore's mutex "
+        "again; `sem_t` waits on its count itself and sleeps less often (1.5).",
+    "EventSetWait":
+        "`SetEvent` and the wait each check the handle and its kind, lock the event's mutex, and "
+        "go through the wait's deadline and result code and the signal's look at waits on "
+        "several objects; the peer is an inlined flag under one mutex.",
     "RegExNarrowMixed1M":
         "The narrow form converts the text to UTF-16 on every call (the wide form hands its "
         "text over as it is) and, with a match at the end, walks the whole text once more to "
@@ -130,6 +160,7 @@ WHY["XmlRead1M"] = (
     "count block 3.1 ms (0.5). Each string block comes from its pool under a spin lock, and each "
     "allocation counts itself atomically for the test switch.")
 WHY["XmlRead100M"] = "The fixed costs of a token, as for XmlRead1M."
+ALWAYS |= {"ConditionPingPong"}
 
 PEERS = {
     "std_string": "`std::string`",
@@ -143,6 +174,9 @@ PEERS = {
     "xerces_scan": "Xerces-C progressive scan, empty handlers (the floor)",
     "fixed_costs": "the floor plus the tokens' fixed costs",
     "libxml2": "libxml2 `xmlTextReader`",
+    "std_condition_variable": "`std::condition_variable`",
+    "sem_t": "POSIX `sem_t`",
+    "std_mutex_cv_event": "`std::mutex` + `std::condition_variable` event",
     "wide": "`CRegEx` wide form",
     "xerces": "Xerces-C narrow entry",
     "posix": "POSIX `send`/`recv`",
@@ -178,8 +212,12 @@ def medians(paths):
             if b.get("run_type") == "aggregate" and b.get("aggregate_name") != "median":
                 continue
             name = b["run_name"]
+            # Cases timed on the wall clock (hand-offs between threads) carry this suffix.
+            wall = name.endswith("/real_time")
+            if wall:
+                name = name[: -len("/real_time")]
             if b.get("run_type") == "aggregate" or name not in times:
-                times[name] = b["cpu_time"] * TO_NS[b["time_unit"]]
+                times[name] = b["real_time" if wall else "cpu_time"] * TO_NS[b["time_unit"]]
             repetitions = max(repetitions, b.get("repetitions", 1))
     return times, repetitions, mhz
 
@@ -219,9 +257,10 @@ def main():
     out.append(f"Date: {datetime.date.today().isoformat()}. Machine: {machine}{clock}"
                + (f"; {load}." if load else "."))
     out.append("")
-    out.append(f"Each figure is the median CPU time of {repetitions} repetitions, each case and "
-               "its peer timed in the same program run with the repetitions interleaved at "
-               "random. A ratio above 1 means the library is slower.")
+    out.append(f"Each figure is the median CPU time (wall time for the cases marked so) of "
+               f"{repetitions} repetitions, each case and its peer timed in the same program run "
+               "with the repetitions interleaved at random. A ratio above 1 means the library is "
+               "slower.")
     out.append("")
     out.append("| Case | What | Peer | vorn | Peer time | vorn/peer |")
     out.append("|---|---|---|---:|---:|---:|")

@@ -5,6 +5,7 @@
 namespace tour {
 
 void Section(const char* title);
+void Threads();
 void Sockets();
 void Files();
 void XmlReading();

@@ -467,6 +467,7 @@ int main() {
     Streams();
     Encoding();
     BinaryDataAndRegularExpressions();
+    tour::Threads();
     tour::Sockets();
     tour::Files();
     tour::XmlReading();

@@ -161,7 +161,7 @@ void Read(CDataInputStream& in, CDataOutputStream& out, Cursor& c, std::string& 
         }
         default:
             FUZZ_CHECK(in.Read() ==
-                       (c.Available() > 0 ? static_cast<unsigned char>(at(0)) : CInputStream::EOS));
+                       (c.Available() > 0 ? static_cast<signed char>(at(0)) : CInputStream::EOS));
             c.Take(1);
             break;
         }

@@ -6,6 +6,7 @@
 #include <vorn/base/MemoryException.h>
 #include <vorn/util/regex/RegEx.h>
 
+#include <cctype>
 #include <memory>
 #include <string>
 
@@ -26,6 +27,46 @@ namespace {
 // nesting, and a counted repeat is unrolled at compile time. Inputs stay below these.
 constexpr std::size_t kMaxPattern = 48;
 constexpr std::size_t kMaxSubject = 48;
+
+// Whether a group under *, + or {} could match the empty string (a quantifier, an alternative,
+// an anchor, a look-around or ignored space inside it, or nothing at all). The engine recurses
+// once per empty round of such a group and never stops: "(b|a*)*c" overflows any stack.
+bool RepeatsEmptyGroup(const std::string& p) {
+    std::basic_string<std::size_t> open;
+    for (std::size_t i = 0; i < p.size(); ++i) {
+        if (p[i] == '\\') {
+            ++i;
+        } else if (p[i] == '[') {
+            while (++i < p.size() && p[i] != ']')
+                i += p[i] == '\\';
+        } else if (p[i] == '(') {
+            open.push_back(i);
+        } else if (p[i] == ')' && !open.empty()) {
+            const std::string body = p.substr(open.back() + 1, i - open.back() - 1);
+            open.pop_back();
+            bool zeroWidth =
+                body.empty() || body.find_first_of("*?{|^$ #\t\n\r") != std::string::npos;
+            for (std::size_t k = 0; k + 1 < body.size(); ++k)
+                zeroWidth |= body[k] == '\\' &&
+                             std::string("bBAZz<>").find(body[k + 1]) != std::string::npos;
+            if (zeroWidth && i + 1 < p.size() &&
+                std::string("*+{").find(p[i + 1]) != std::string::npos)
+                return true;
+        }
+    }
+    return false;
+}
+
+// Whether a counted repeat asks for more than 255 rounds: the engine builds each round at compile
+// time, so "a{99999999}" costs memory and time in proportion.
+bool CountsHigh(const std::string& p) {
+    for (std::size_t i = p.find('{'); i != std::string::npos; i = p.find('{', i + 1))
+        for (std::size_t k = i + 1, n = 0;
+             k < p.size() && (p[k] == ',' || std::isdigit(static_cast<unsigned char>(p[k]))); ++k)
+            if ((n = p[k] == ',' ? 0 : n * 10 + static_cast<std::size_t>(p[k] - '0')) > 255)
+                return true;
+    return false;
+}
 
 const unsigned short* Ptr(const Units& u) {
     return reinterpret_cast<const unsigned short*>(u.c_str());
@@ -132,7 +173,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         subject = o == std::string::npos ? "" : subject.substr(o + 1);
     }
     subject = subject.substr(0, subject.find('\0'));
-    if (pattern.size() > kMaxPattern || subject.size() > kMaxSubject)
+    if (pattern.size() > kMaxPattern || subject.size() > kMaxSubject ||
+        RepeatsEmptyGroup(pattern) || CountsHigh(pattern))
         return 0;
 
     const auto length = static_cast<unsigned int>(subject.size());

@@ -7,5 +7,6 @@ namespace tour {
 void Section(const char* title);
 
 void Sockets();
+void UntrustedInput();
 
 } // namespace tour

@@ -7,6 +7,7 @@ namespace tour {
 void Section(const char* title);
 
 void Sockets();
+void Files();
 void UntrustedInput();
 
 } // namespace tour

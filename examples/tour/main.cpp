@@ -468,6 +468,7 @@ int main() {
     Encoding();
     BinaryDataAndRegularExpressions();
     tour::Sockets();
+    tour::Files();
     tour::UntrustedInput();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());

@@ -10,5 +10,6 @@ void Sockets();
 void Files();
 void XmlReading();
 void Tokenizers();
+void UntrustedInput();
 
 } // namespace tour

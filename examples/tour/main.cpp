@@ -472,6 +472,7 @@ int main() {
     tour::Files();
     tour::XmlReading();
     tour::Tokenizers();
+    tour::UntrustedInput();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -37,6 +37,8 @@ CASES = {
     "XmlRead1M": "`CXMLTextReader::ReadToken` through 1 MB of records (attributes, two "
                  "namespaces, text, CDATA), 130,000 tokens",
     "XmlRead100M": "the same through 100 MB",
+    "XmlWrite100M": "`CXMLTextWriter` writing 100 MB of elements with two attributes and escaped "
+                    "text into a `CMemoryOutputStream` that has the room",
     "ConditionNotifyNoWaiter": "`Notify` under the lock with nobody waiting",
     "ConditionWaitZero": "`Wait(0)` under the lock with nobody notifying",
     "ConditionPingPong": "round trip of a turn between two threads through one condition (wall time)",
@@ -174,6 +176,7 @@ PEERS = {
     "xerces_scan": "Xerces-C progressive scan, empty handlers (the floor)",
     "fixed_costs": "the floor plus the tokens' fixed costs",
     "libxml2": "libxml2 `xmlTextReader`",
+    "libxml2_writer": "libxml2 `xmlTextWriter` into an `xmlBuffer` that has the room",
     "std_condition_variable": "`std::condition_variable`",
     "sem_t": "POSIX `sem_t`",
     "std_mutex_cv_event": "`std::mutex` + `std::condition_variable` event",

@@ -19,6 +19,7 @@
 #include "platform/PtrCheck.h"
 #include "platform/UniText.h"
 #include "vorn/io/XMLTextWriterContextStack.h"
+#include "vorn/io/XMLWriterScratch.h"
 
 namespace vorn::io {
 
@@ -46,6 +47,7 @@ template <std::size_t N> struct Wide {
             units[i] = static_cast<unsigned char>(text[i]);
     }
     operator const unsigned short*() const { return units; }
+    constexpr unsigned int Length() const { return N - 1; }
 };
 
 constexpr Wide kDeclaration("<?xml version=\"1.0\" encoding=\"");
@@ -129,21 +131,25 @@ void CheckValue(const unsigned short* value) {
             Refuse(__LINE__, "Invalid character error.");
 }
 
-// The entity that stands for `c` in text and attribute values, or null.
-const unsigned short* Entity(unsigned short c) {
+// The entity that stands for `c` in text and attribute values, with its length; null if none.
+struct Replacement {
+    const unsigned short* text;
+    unsigned int length;
+};
+Replacement Entity(unsigned short c) {
     switch (c) {
     case '&':
-        return kAmp;
+        return {kAmp, kAmp.Length()};
     case '<':
-        return kLt;
+        return {kLt, kLt.Length()};
     case '>':
-        return kGt;
+        return {kGt, kGt.Length()};
     case '\'':
-        return kApos;
+        return {kApos, kApos.Length()};
     case '"':
-        return kQuot;
+        return {kQuot, kQuot.Length()};
     default:
-        return nullptr;
+        return {nullptr, 0};
     }
 }
 
@@ -290,12 +296,12 @@ void CXMLTextWriter::PrintText(unsigned short const* text) {
     const unsigned short* run = text;
     const unsigned short* p = text;
     for (; *p != 0; ++p) {
-        const unsigned short* entity = Entity(*p);
-        if (entity == nullptr)
+        const Replacement entity = Entity(*p);
+        if (entity.text == nullptr)
             continue;
         if (p != run)
             m_writer->Write(run, 0, static_cast<unsigned int>(p - run));
-        m_writer->Print(entity);
+        m_writer->Write(entity.text, 0, entity.length);
         run = p + 1;
     }
     if (p != run)
@@ -311,14 +317,18 @@ void CXMLTextWriter::PrintValue(unsigned short const* value, bool escape) {
         m_writer->Print(value);
 }
 
+// The closing quote of an attribute value: the same unit that Print(unsigned short) would give,
+// without formatting it through "%lc".
+void CXMLTextWriter::PrintQuote() {
+    m_writer->Write(static_cast<unsigned short>('"'));
+}
+
 unsigned short const* CXMLTextWriter::Format(char const* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    ZK::vsnuprintf(m_scratch, kScratchUnits, format, arguments);
+    const unsigned short* text = FormatIntoScratch(m_scratch, kScratchUnits, format, arguments);
     va_end(arguments);
-    // A text that fills the area has no terminator of its own.
-    m_scratch[kScratchUnits - 1] = 0;
-    return m_scratch;
+    return text;
 }
 
 // ---- Document
@@ -762,7 +772,7 @@ void CXMLTextWriter::PrintAttribute(unsigned short const* local, unsigned short 
         m_writer->Print(m_line);
     });
     PrintValue(value, escape);
-    m_writer->Print(static_cast<unsigned short>('"'));
+    PrintQuote();
     m_rootWritten = true;
 }
 
@@ -784,7 +794,7 @@ void CXMLTextWriter::PrintAttribute(unsigned short const* local, unsigned short 
         m_writer->Print(m_line);
     });
     PrintValue(value, escape);
-    m_writer->Print(static_cast<unsigned short>('"'));
+    PrintQuote();
 }
 
 void CXMLTextWriter::PrintAttribute(unsigned short const* prefix, unsigned short const* local,
@@ -806,7 +816,7 @@ void CXMLTextWriter::PrintAttribute(unsigned short const* prefix, unsigned short
         m_writer->Print(m_line);
     });
     PrintValue(value, escape);
-    m_writer->Print(static_cast<unsigned short>('"'));
+    PrintQuote();
 }
 
 void CXMLTextWriter::WriteAttribute(unsigned short const* prefix, unsigned short const* local,

@@ -10,6 +10,13 @@
 // The checks are not a guarantee of well-formed output: docs/GUIDE.md lists what gets through
 // (a second root element, text before the root, the prefixed WriteAttribute unescaped...).
 // Nothing is flushed or closed by the destructor: without Close, buffered text is lost.
+//
+// A failed write beneath loses the rest of the call that met it. When it failed just as the
+// encoder's buffer came out full, the buffered writer offers its last chunk again at the next
+// write or flush, so that chunk reaches the stream twice.
+//
+// Threads: one writer serves one thread at a time. Its typed operations format into a scratch
+// area of this object, not into the process-wide area of the CXMLWriter base (see XMLWriter.h).
 #pragma once
 
 #include <vorn/base/Ref.h>
@@ -234,6 +241,7 @@ private:
     // The value with its markup characters replaced by their entities.
     void PrintText(unsigned short const* text);
     void PrintValue(unsigned short const* value, bool escape);
+    void PrintQuote();
     void PrintAttribute(unsigned short const* local, unsigned short const* value, bool escape);
     void PrintAttribute(unsigned short const* local, unsigned short const* uri,
                         unsigned short const* value, bool escape);

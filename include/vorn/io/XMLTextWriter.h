@@ -240,8 +240,6 @@ private:
     void InternalClose();
     // The value with its markup characters replaced by their entities.
     void PrintText(unsigned short const* text);
-    void PrintValue(unsigned short const* value, bool escape);
-    void PrintQuote();
     void PrintAttribute(unsigned short const* local, unsigned short const* value, bool escape);
     void PrintAttribute(unsigned short const* local, unsigned short const* uri,
                         unsigned short const* value, bool escape);

@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <cstring>
 
 #include <xercesc/util/XMLChar.hpp>
 
@@ -153,6 +154,71 @@ Replacement Entity(unsigned short c) {
     }
 }
 
+// The pieces of one call, gathered on the stack and handed to the print writer in blocks rather
+// than in one write each.
+class Gathered {
+public:
+    explicit Gathered(CPrintWriter* writer) : m_writer(writer), m_count(0) {}
+    Gathered(const Gathered&) = delete;
+    Gathered& operator=(const Gathered&) = delete;
+
+    void Put(unsigned short c) {
+        if (m_count == kUnits)
+            Flush();
+        m_units[m_count++] = c;
+    }
+    void Put(const unsigned short* text, unsigned int length) {
+        while (length > 0) {
+            if (m_count == kUnits)
+                Flush();
+            const unsigned int part = length < kUnits - m_count ? length : kUnits - m_count;
+            std::memcpy(m_units + m_count, text, part * sizeof(unsigned short));
+            m_count += part;
+            text += part;
+            length -= part;
+        }
+    }
+    template <std::size_t N> void Put(const Wide<N>& text) { Put(text.units, N - 1); }
+    void Put(const CUnicodeString& text) { Put(text, text.GetLength()); }
+    // Up to its terminator; null is nothing.
+    void PutText(const unsigned short* text) {
+        if (text != nullptr)
+            for (; *text != 0; ++text)
+                Put(*text);
+    }
+    // The five replacements in one pass: no replacement brings in a character that another one
+    // takes out, so the order of the five doesn't show.
+    void PutEscaped(const unsigned short* text) {
+        for (; *text != 0; ++text) {
+            const Replacement entity = Entity(*text);
+            if (entity.text == nullptr)
+                Put(*text);
+            else
+                Put(entity.text, entity.length);
+        }
+    }
+    void PutValue(const unsigned short* value, bool escape) {
+        if (IsEmptyText(value))
+            return;
+        if (escape)
+            PutEscaped(value);
+        else
+            PutText(value);
+    }
+    void Flush() {
+        if (m_count == 0)
+            return;
+        m_writer->Write(m_units, 0, m_count);
+        m_count = 0;
+    }
+
+private:
+    static constexpr unsigned int kUnits = 256;
+    CPrintWriter* m_writer;
+    unsigned short m_units[kUnits];
+    unsigned int m_count;
+};
+
 // Runs `body`; a failed allocation while it assembles its text is the stream's
 // "Memory full.".
 template <typename F> void Assembling(unsigned int line, F&& body) {
@@ -289,38 +355,10 @@ void CXMLTextWriter::GetEndOfLine(CUnicodeString& result) {
     });
 }
 
-// The five replacements in one pass, the runs between them printed as they
-// stand: no replacement brings in a character that another one takes out, so
-// the order of the five doesn't show.
 void CXMLTextWriter::PrintText(unsigned short const* text) {
-    const unsigned short* run = text;
-    const unsigned short* p = text;
-    for (; *p != 0; ++p) {
-        const Replacement entity = Entity(*p);
-        if (entity.text == nullptr)
-            continue;
-        if (p != run)
-            m_writer->Write(run, 0, static_cast<unsigned int>(p - run));
-        m_writer->Write(entity.text, 0, entity.length);
-        run = p + 1;
-    }
-    if (p != run)
-        m_writer->Write(run, 0, static_cast<unsigned int>(p - run));
-}
-
-void CXMLTextWriter::PrintValue(unsigned short const* value, bool escape) {
-    if (IsEmptyText(value))
-        return;
-    if (escape)
-        PrintText(value);
-    else
-        m_writer->Print(value);
-}
-
-// The closing quote of an attribute value: the same unit that Print(unsigned short) would give,
-// without formatting it through "%lc".
-void CXMLTextWriter::PrintQuote() {
-    m_writer->Write(static_cast<unsigned short>('"'));
+    Gathered out(m_writer);
+    out.PutEscaped(text);
+    out.Flush();
 }
 
 unsigned short const* CXMLTextWriter::Format(char const* format, ...) {
@@ -431,9 +469,11 @@ void CXMLTextWriter::WriteStartElement(unsigned short const* local) {
         CloseStartElement();
         CheckLocalName(local);
         GetTabulator(m_line);
-        m_line += kLess;
-        m_line += local;
-        m_writer->Print(m_line);
+        Gathered out(m_writer);
+        out.Put(m_line);
+        out.Put(kLess);
+        out.PutText(local);
+        out.Flush();
         m_contexts->PushElement(local);
     });
     m_rootWritten = true;
@@ -511,10 +551,13 @@ void CXMLTextWriter::WriteEndElement() {
             m_startElementOpen = false;
         } else {
             GetTabulator(m_line);
-            m_line += kEndTag;
-            m_line += m_contexts->Top().m_name;
-            m_line += kGreater;
-            m_writer->Println(m_line);
+            Gathered out(m_writer);
+            out.Put(m_line);
+            out.Put(kEndTag);
+            out.Put(m_contexts->Top().m_name);
+            out.Put(kGreater);
+            out.Flush();
+            m_writer->Println();
         }
         m_contexts->PopElement();
     });
@@ -544,15 +587,17 @@ void CXMLTextWriter::PrintInlineElementString(unsigned short const* local,
         CheckLocalName(local);
         CheckValue(value);
         GetTabulator(m_line);
-        m_line += kLess;
-        m_line += local;
-        m_line += kGreater;
-        m_writer->Print(m_line);
-        PrintValue(value, escape);
-        m_line = kEndTag;
-        m_line += local;
-        m_line += kGreater;
-        m_writer->Println(m_line);
+        Gathered out(m_writer);
+        out.Put(m_line);
+        out.Put(kLess);
+        out.PutText(local);
+        out.Put(kGreater);
+        out.PutValue(value, escape);
+        out.Put(kEndTag);
+        out.PutText(local);
+        out.Put(kGreater);
+        out.Flush();
+        m_writer->Println();
     });
 }
 
@@ -575,28 +620,28 @@ void CXMLTextWriter::PrintInlineElementString(unsigned short const* local,
             else
                 declare = true;
         }
-        m_line = kLess;
-        if (prefix != nullptr) {
-            m_line += prefix;
-            m_line += kColon;
+        Gathered out(m_writer);
+        for (bool end : {false, true}) {
+            if (end)
+                out.Put(kEndTag);
+            else
+                out.Put(kLess);
+            if (prefix != nullptr) {
+                out.PutText(prefix);
+                out.Put(kColon);
+            }
+            out.PutText(local);
+            if (!end && declare) {
+                out.Put(kDefaultDeclaration);
+                out.PutText(uri);
+                out.Put(kQuote);
+            }
+            out.Put(kGreater);
+            if (!end)
+                out.PutValue(value, escape);
         }
-        m_line += local;
-        if (declare) {
-            m_line += kDefaultDeclaration;
-            m_line += uri;
-            m_line += kQuote;
-        }
-        m_line += kGreater;
-        m_writer->Print(m_line);
-        PrintValue(value, escape);
-        m_line = kEndTag;
-        if (prefix != nullptr) {
-            m_line += prefix;
-            m_line += kColon;
-        }
-        m_line += local;
-        m_line += kGreater;
-        m_writer->Println(m_line);
+        out.Flush();
+        m_writer->Println();
     });
     m_rootWritten = true;
 }
@@ -765,14 +810,13 @@ void CXMLTextWriter::PrintAttribute(unsigned short const* local, unsigned short 
         Refuse(__LINE__, "Attributes must be written at start element.");
     CheckLocalName(local);
     CheckValue(value);
-    Assembling(__LINE__, [&] {
-        m_line = kBlank;
-        m_line += local;
-        m_line += kValueStart;
-        m_writer->Print(m_line);
-    });
-    PrintValue(value, escape);
-    PrintQuote();
+    Gathered out(m_writer);
+    out.Put(kBlank);
+    out.PutText(local);
+    out.Put(kValueStart);
+    out.PutValue(value, escape);
+    out.Put(kQuote);
+    out.Flush();
     m_rootWritten = true;
 }
 
@@ -785,16 +829,15 @@ void CXMLTextWriter::PrintAttribute(unsigned short const* local, unsigned short 
     CheckValue(value);
     if (!m_contexts->HasPrefixForUri(uri))
         Refuse(__LINE__, "Undeclared namespace.");
-    Assembling(__LINE__, [&] {
-        m_line = kBlank;
-        m_line += m_contexts->GetPrefixForUri(uri);
-        m_line += kColon;
-        m_line += local;
-        m_line += kValueStart;
-        m_writer->Print(m_line);
-    });
-    PrintValue(value, escape);
-    PrintQuote();
+    Gathered out(m_writer);
+    out.Put(kBlank);
+    out.Put(m_contexts->GetPrefixForUri(uri));
+    out.Put(kColon);
+    out.PutText(local);
+    out.Put(kValueStart);
+    out.PutValue(value, escape);
+    out.Put(kQuote);
+    out.Flush();
 }
 
 void CXMLTextWriter::PrintAttribute(unsigned short const* prefix, unsigned short const* local,
@@ -806,17 +849,16 @@ void CXMLTextWriter::PrintAttribute(unsigned short const* prefix, unsigned short
     CheckPrefix(prefix);
     CheckLocalName(local);
     CheckValue(value);
-    Assembling(__LINE__, [&] {
-        m_line = kBlank;
-        m_line += prefix;
-        m_line += kColon;
-        m_line += local;
-        m_line += kValueStart;
-        m_contexts->AddPrefix(prefix, uri);
-        m_writer->Print(m_line);
-    });
-    PrintValue(value, escape);
-    PrintQuote();
+    Assembling(__LINE__, [&] { m_contexts->AddPrefix(prefix, uri); });
+    Gathered out(m_writer);
+    out.Put(kBlank);
+    out.PutText(prefix);
+    out.Put(kColon);
+    out.PutText(local);
+    out.Put(kValueStart);
+    out.PutValue(value, escape);
+    out.Put(kQuote);
+    out.Flush();
 }
 
 void CXMLTextWriter::WriteAttribute(unsigned short const* prefix, unsigned short const* local,

@@ -186,16 +186,25 @@ public:
             for (; *text != 0; ++text)
                 Put(*text);
     }
-    // The five replacements in one pass: no replacement brings in a character that another one
-    // takes out, so the order of the five doesn't show.
+    // The five replacements in one pass, the runs between them copied whole: no replacement
+    // brings in a character that another one takes out, so the order of the five doesn't show.
     void PutEscaped(const unsigned short* text) {
-        for (; *text != 0; ++text) {
-            const Replacement entity = Entity(*text);
+        const unsigned short* run = text;
+        for (;; ++text) {
+            const unsigned short c = *text;
+            // No markup character lies above '>'.
+            if (c > '>')
+                continue;
+            if (c == 0)
+                break;
+            const Replacement entity = Entity(c);
             if (entity.text == nullptr)
-                Put(*text);
-            else
-                Put(entity.text, entity.length);
+                continue;
+            Put(run, static_cast<unsigned int>(text - run));
+            Put(entity.text, entity.length);
+            run = text + 1;
         }
+        Put(run, static_cast<unsigned int>(text - run));
     }
     void PutValue(const unsigned short* value, bool escape) {
         if (IsEmptyText(value))

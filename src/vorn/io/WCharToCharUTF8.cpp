@@ -51,13 +51,11 @@ int CWCharToCharUTF8::Convert(const unsigned short* source, unsigned int sourceO
     while (i < end) {
         const unsigned short u = source[i];
         if (u < 0x80) {
-            // ASCII, most of any markup, goes straight across as far as there is room.
+            // ASCII, most of any markup, goes straight across.
             if (o >= limit)
                 return -1;
-            const unsigned long long stop = o + (end - i < limit - o ? end - i : limit - o);
-            do
-                target[o++] = static_cast<char>(source[i++]);
-            while (o < stop && source[i] < 0x80);
+            target[o++] = static_cast<char>(u);
+            ++i;
             continue;
         }
         if (!IsHighSurrogate(u)) {

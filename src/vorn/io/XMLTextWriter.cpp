@@ -255,6 +255,14 @@ const char* At(const char* data, unsigned int offset) {
     return data == nullptr ? nullptr : data + offset;
 }
 
+// A value as the variadic formatter takes it.
+template <typename T> T Promoted(T value) {
+    return value;
+}
+double Promoted(float value) {
+    return value;
+}
+
 void CheckEncoding(const char* encoding) {
     if (encoding == nullptr || *encoding == '\0')
         throw vorn::base::CIllegalArgumentException(kSource, __LINE__,
@@ -670,41 +678,39 @@ void CXMLTextWriter::WriteElementBool(unsigned short const* local, unsigned shor
 void CXMLTextWriter::WriteElementBool(unsigned short const* local, bool value) {
     PrintInlineElementString(local, Format("%ls", CBool::ToUnicodeString(value)), false);
 }
-void CXMLTextWriter::WriteElementChar(unsigned short const* local, unsigned short const* uri,
-                                      char value) {
-    PrintInlineElementString(local, uri, Format("%d", value), false);
-}
-void CXMLTextWriter::WriteElementChar(unsigned short const* local, char value) {
-    PrintInlineElementString(local, Format("%d", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedChar(unsigned short const* local,
-                                              unsigned short const* uri, unsigned char value) {
-    PrintInlineElementString(local, uri, Format("%u", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedChar(unsigned short const* local, unsigned char value) {
-    PrintInlineElementString(local, Format("%u", value), false);
-}
-void CXMLTextWriter::WriteElementShort(unsigned short const* local, unsigned short const* uri,
-                                       short value) {
-    PrintInlineElementString(local, uri, Format("%hd", value), false);
-}
-void CXMLTextWriter::WriteElementShort(unsigned short const* local, short value) {
-    PrintInlineElementString(local, Format("%hd", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedShort(unsigned short const* local,
-                                               unsigned short const* uri, unsigned short value) {
-    PrintInlineElementString(local, uri, Format("%hu", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedShort(unsigned short const* local, unsigned short value) {
-    PrintInlineElementString(local, Format("%hu", value), false);
-}
-void CXMLTextWriter::WriteElementLong(unsigned short const* local, unsigned short const* uri,
-                                      int value) {
-    PrintInlineElementString(local, uri, Format("%ld", value), false);
-}
-void CXMLTextWriter::WriteElementLong(unsigned short const* local, int value) {
-    PrintInlineElementString(local, Format("%ld", value), false);
-}
+
+// The typed element and attribute writes of one type, formatted into m_scratch: the element with
+// a namespace, the element without, and both attribute forms.
+#define VORN_XML_TYPED(Name, Type, ElementWithUri, Element, Attribute)                             \
+    void CXMLTextWriter::WriteElement##Name(unsigned short const* local,                           \
+                                            unsigned short const* uri, Type value) {               \
+        PrintInlineElementString(local, uri, Format(ElementWithUri, Promoted(value)), false);      \
+    }                                                                                              \
+    void CXMLTextWriter::WriteElement##Name(unsigned short const* local, Type value) {             \
+        PrintInlineElementString(local, Format(Element, Promoted(value)), false);                  \
+    }                                                                                              \
+    void CXMLTextWriter::WriteAttr##Name(unsigned short const* local, unsigned short const* uri,   \
+                                         Type value) {                                             \
+        PrintAttribute(local, uri, Format(Attribute, Promoted(value)), false);                     \
+    }                                                                                              \
+    void CXMLTextWriter::WriteAttr##Name(unsigned short const* local, Type value) {                \
+        PrintAttribute(local, Format(Attribute, Promoted(value)), false);                          \
+    }
+
+VORN_XML_TYPED(Char, char, "%d", "%d", "%d")
+VORN_XML_TYPED(UnsignedChar, unsigned char, "%u", "%u", "%u")
+VORN_XML_TYPED(Short, short, "%hd", "%hd", "%d")
+VORN_XML_TYPED(UnsignedShort, unsigned short, "%hu", "%hu", "%u")
+VORN_XML_TYPED(Long, int, "%ld", "%ld", "%ld")
+VORN_XML_TYPED(UnsignedLong, unsigned int, "%lu", "%lu", "%lu")
+VORN_XML_TYPED(Int64, long long, "%lld", "%lld", "%lld")
+VORN_XML_TYPED(UnsignedInt64, unsigned long long, "%llu", "%llu", "%llu")
+VORN_XML_TYPED(Float, float, "%g", "%g", "%g")
+// The form without a namespace keeps fifteen digits, the others six.
+VORN_XML_TYPED(Double, double, "%lg", "%.15g", "%lg")
+
+#undef VORN_XML_TYPED
+
 void CXMLTextWriter::WriteElementInt(unsigned short const* local, unsigned short const* uri,
                                      int value) {
     WriteElementLong(local, uri, value);
@@ -719,13 +725,6 @@ void CXMLTextWriter::WriteElementInt32(unsigned short const* local, unsigned sho
 void CXMLTextWriter::WriteElementInt32(unsigned short const* local, int value) {
     WriteElementLong(local, value);
 }
-void CXMLTextWriter::WriteElementUnsignedLong(unsigned short const* local,
-                                              unsigned short const* uri, unsigned int value) {
-    PrintInlineElementString(local, uri, Format("%lu", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedLong(unsigned short const* local, unsigned int value) {
-    PrintInlineElementString(local, Format("%lu", value), false);
-}
 void CXMLTextWriter::WriteElementUnsignedInt(unsigned short const* local, unsigned short const* uri,
                                              unsigned int value) {
     WriteElementUnsignedLong(local, uri, value);
@@ -739,36 +738,6 @@ void CXMLTextWriter::WriteElementUInt32(unsigned short const* local, unsigned sh
 }
 void CXMLTextWriter::WriteElementUInt32(unsigned short const* local, unsigned int value) {
     WriteElementUnsignedLong(local, value);
-}
-void CXMLTextWriter::WriteElementInt64(unsigned short const* local, unsigned short const* uri,
-                                       long long value) {
-    PrintInlineElementString(local, uri, Format("%lld", value), false);
-}
-void CXMLTextWriter::WriteElementInt64(unsigned short const* local, long long value) {
-    PrintInlineElementString(local, Format("%lld", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedInt64(unsigned short const* local,
-                                               unsigned short const* uri,
-                                               unsigned long long value) {
-    PrintInlineElementString(local, uri, Format("%llu", value), false);
-}
-void CXMLTextWriter::WriteElementUnsignedInt64(unsigned short const* local,
-                                               unsigned long long value) {
-    PrintInlineElementString(local, Format("%llu", value), false);
-}
-void CXMLTextWriter::WriteElementFloat(unsigned short const* local, unsigned short const* uri,
-                                       float value) {
-    PrintInlineElementString(local, uri, Format("%g", static_cast<double>(value)), false);
-}
-void CXMLTextWriter::WriteElementFloat(unsigned short const* local, float value) {
-    PrintInlineElementString(local, Format("%g", static_cast<double>(value)), false);
-}
-void CXMLTextWriter::WriteElementDouble(unsigned short const* local, unsigned short const* uri,
-                                        double value) {
-    PrintInlineElementString(local, uri, Format("%lg", value), false);
-}
-void CXMLTextWriter::WriteElementDouble(unsigned short const* local, double value) {
-    PrintInlineElementString(local, Format("%.15g", value), false);
 }
 
 void CXMLTextWriter::WriteElementBinHex(unsigned short const* local, unsigned short const* uri,
@@ -927,41 +896,6 @@ void CXMLTextWriter::WriteAttrBool(unsigned short const* local, unsigned short c
 void CXMLTextWriter::WriteAttrBool(unsigned short const* local, bool value) {
     PrintAttribute(local, CBool::ToUnicodeString(value), false);
 }
-void CXMLTextWriter::WriteAttrChar(unsigned short const* local, unsigned short const* uri,
-                                   char value) {
-    PrintAttribute(local, uri, Format("%d", value), false);
-}
-void CXMLTextWriter::WriteAttrChar(unsigned short const* local, char value) {
-    PrintAttribute(local, Format("%d", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedChar(unsigned short const* local, unsigned short const* uri,
-                                           unsigned char value) {
-    PrintAttribute(local, uri, Format("%u", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedChar(unsigned short const* local, unsigned char value) {
-    PrintAttribute(local, Format("%u", value), false);
-}
-void CXMLTextWriter::WriteAttrShort(unsigned short const* local, unsigned short const* uri,
-                                    short value) {
-    PrintAttribute(local, uri, Format("%d", value), false);
-}
-void CXMLTextWriter::WriteAttrShort(unsigned short const* local, short value) {
-    PrintAttribute(local, Format("%d", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedShort(unsigned short const* local, unsigned short const* uri,
-                                            unsigned short value) {
-    PrintAttribute(local, uri, Format("%u", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedShort(unsigned short const* local, unsigned short value) {
-    PrintAttribute(local, Format("%u", value), false);
-}
-void CXMLTextWriter::WriteAttrLong(unsigned short const* local, unsigned short const* uri,
-                                   int value) {
-    PrintAttribute(local, uri, Format("%ld", value), false);
-}
-void CXMLTextWriter::WriteAttrLong(unsigned short const* local, int value) {
-    PrintAttribute(local, Format("%ld", value), false);
-}
 void CXMLTextWriter::WriteAttrInt(unsigned short const* local, unsigned short const* uri,
                                   int value) {
     WriteAttrLong(local, uri, value);
@@ -969,47 +903,12 @@ void CXMLTextWriter::WriteAttrInt(unsigned short const* local, unsigned short co
 void CXMLTextWriter::WriteAttrInt(unsigned short const* local, int value) {
     WriteAttrLong(local, value);
 }
-void CXMLTextWriter::WriteAttrUnsignedLong(unsigned short const* local, unsigned short const* uri,
-                                           unsigned int value) {
-    PrintAttribute(local, uri, Format("%lu", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedLong(unsigned short const* local, unsigned int value) {
-    PrintAttribute(local, Format("%lu", value), false);
-}
 void CXMLTextWriter::WriteAttrUnsignedInt(unsigned short const* local, unsigned short const* uri,
                                           unsigned int value) {
     WriteAttrUnsignedLong(local, uri, value);
 }
 void CXMLTextWriter::WriteAttrUnsignedInt(unsigned short const* local, unsigned int value) {
     WriteAttrUnsignedLong(local, value);
-}
-void CXMLTextWriter::WriteAttrInt64(unsigned short const* local, unsigned short const* uri,
-                                    long long value) {
-    PrintAttribute(local, uri, Format("%lld", value), false);
-}
-void CXMLTextWriter::WriteAttrInt64(unsigned short const* local, long long value) {
-    PrintAttribute(local, Format("%lld", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedInt64(unsigned short const* local, unsigned short const* uri,
-                                            unsigned long long value) {
-    PrintAttribute(local, uri, Format("%llu", value), false);
-}
-void CXMLTextWriter::WriteAttrUnsignedInt64(unsigned short const* local, unsigned long long value) {
-    PrintAttribute(local, Format("%llu", value), false);
-}
-void CXMLTextWriter::WriteAttrFloat(unsigned short const* local, unsigned short const* uri,
-                                    float value) {
-    PrintAttribute(local, uri, Format("%g", static_cast<double>(value)), false);
-}
-void CXMLTextWriter::WriteAttrFloat(unsigned short const* local, float value) {
-    PrintAttribute(local, Format("%g", static_cast<double>(value)), false);
-}
-void CXMLTextWriter::WriteAttrDouble(unsigned short const* local, unsigned short const* uri,
-                                     double value) {
-    PrintAttribute(local, uri, Format("%lg", value), false);
-}
-void CXMLTextWriter::WriteAttrDouble(unsigned short const* local, double value) {
-    PrintAttribute(local, Format("%lg", value), false);
 }
 
 // ---- Content

@@ -63,6 +63,8 @@
 #include <vorn/io/OutputStreamWriter.h>
 #include <vorn/io/PrintStream.h>
 #include <vorn/io/PrintWriter.h>
+#include <vorn/io/PushbackInputStream.h>
+#include <vorn/io/PushbackReader.h>
 #include <vorn/io/Reader.h>
 #include <vorn/io/Serializable.h>
 #include <vorn/io/UnknownCharacterException.h>

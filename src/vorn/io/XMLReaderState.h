@@ -15,4 +15,16 @@ struct XMLReaderState : public vorn::base::CBase {
     vorn::base::CRef<IXMLToken> pending;
 };
 
+// A new state for a reader that has just made its tokenizer; if none can be had, the tokenizer
+// goes and the failure passes on.
+template <typename Tokenizer> XMLReaderState* NewReaderState(Tokenizer*& tokenizer) {
+    try {
+        return new XMLReaderState;
+    } catch (...) {
+        delete tokenizer;
+        tokenizer = nullptr;
+        throw;
+    }
+}
+
 } // namespace vorn::io

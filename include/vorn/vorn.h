@@ -75,6 +75,7 @@
 #include <vorn/io/Writer.h>
 #include <vorn/io/XMLDOMReader.h>
 #include <vorn/io/XMLException.h>
+#include <vorn/io/XMLPushbackReader.h>
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>
 #include <vorn/io/XMLTextReader.h>

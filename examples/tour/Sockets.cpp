@@ -45,7 +45,7 @@ void tour::Sockets() {
     try {
         CSocket refused(loopback, port);
     } catch (const vorn::net::CWinSocketException& e) {
-        std::printf("connecting again: %s (%s, code %d)\n", e.GetErrorDescription(),
-                    e.GetMessage(), e.GetErrorCode());
+        std::printf("connecting again: %s (%s, code %d)\n", e.GetErrorDescription(), e.GetMessage(),
+                    e.GetErrorCode());
     }
 }

@@ -467,7 +467,12 @@ int main() {
     Streams();
     Encoding();
     BinaryDataAndRegularExpressions();
+    tour::Threads();
     tour::Sockets();
+    tour::Files();
+    tour::XmlReading();
+    tour::Tokenizers();
+    tour::UntrustedInput();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -51,7 +51,7 @@ CXMLDOMReader::~CXMLDOMReader() {
 
 void CXMLDOMReader::Close() {
     if (m_tokenizer == nullptr)
-        pull::Fail(kSource, __LINE__, "Reader closed.");
+        ThrowIO(kSource, __LINE__, "Reader closed.");
     delete m_tokenizer;
     m_tokenizer = nullptr;
     delete m_state;

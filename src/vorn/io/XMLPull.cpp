@@ -15,15 +15,6 @@ using vorn::base::CNullReferenceException;
 using vorn::base::CRef;
 using vorn::base::CUnicodeString;
 
-void Fail(const char* source, unsigned int line, const char* words) {
-    throw CIOException(source, line, words, nullptr);
-}
-
-void Reprint(const CException& e, const char* source, unsigned int line, const char* words) {
-    e.Print(vorn::base::CSystem::debugOut);
-    Fail(source, line, words);
-}
-
 void CheckName(const unsigned short* name, const char* source, unsigned int line,
                const char* words) {
     if (IsEmptyText(name))
@@ -42,9 +33,9 @@ void CheckNames(const unsigned short* localName, const unsigned short* namespace
 const CRef<IXMLToken>& Guard(const CRef<IXMLToken>* current, const char* source,
                              unsigned int line) {
     if (current == nullptr)
-        Fail(source, line, "Reader closed.");
+        ThrowIO(source, line, "Reader closed.");
     if (current->IsNull())
-        Fail(source, line, "There is no valid token.");
+        ThrowIO(source, line, "There is no valid token.");
     return *current;
 }
 
@@ -53,7 +44,7 @@ XMLTokenType TypeOf(const CRef<IXMLToken>& token, const char* source, unsigned i
     try {
         return token->GetType();
     } catch (const CNullReferenceException& e) {
-        Reprint(e, source, line, words);
+        ReplaceWith(e, source, line, words);
     }
 }
 
@@ -62,7 +53,7 @@ CUnicodeString ValueOf(const CRef<IXMLToken>& token, const char* source, unsigne
     try {
         return token->GetValue();
     } catch (const CNullReferenceException& e) {
-        Reprint(e, source, line, words);
+        ReplaceWith(e, source, line, words);
     }
 }
 
@@ -76,7 +67,7 @@ IXMLStartElementToken& StartElement(const CRef<IXMLToken>* current, const char* 
                                 nullptr);
         return AsStartElement(token, source, line);
     } catch (const CNullReferenceException&) {
-        Fail(source, line, "Failed to check the type of current token.");
+        ThrowIO(source, line, "Failed to check the type of current token.");
     }
 }
 
@@ -108,13 +99,13 @@ void ReadRun(CXMLReader& reader, XMLReaderState* state, bool cdataContinues, CUn
         if (!state->current.IsNull())
             JoinRun(reader, *state, cdataContinues);
         if (state->current.IsNull())
-            Fail(source, line, "End of stream reached.");
+            ThrowIO(source, line, "End of stream reached.");
         if (text != nullptr)
             *text = state->current->GetValue();
     } catch (const CMemoryException&) {
-        Fail(source, line, "Memory full.");
+        ThrowIO(source, line, "Memory full.");
     } catch (const CNullReferenceException& e) {
-        Reprint(e, source, line, "Failed to read element text.");
+        ReplaceWith(e, source, line, "Failed to read element text.");
     }
 }
 
@@ -136,12 +127,12 @@ bool ReadRunIfAvailable(CXMLReader& reader, XMLReaderState* state, const char* s
             JoinRun(reader, *state, true);
         }
         if (state->current.IsNull())
-            Fail(source, line, "End of stream reached.");
+            ThrowIO(source, line, "End of stream reached.");
         return true;
     } catch (const CMemoryException&) {
-        Fail(source, line, "Memory full.");
+        ThrowIO(source, line, "Memory full.");
     } catch (const CNullReferenceException& e) {
-        Reprint(e, source, line, "Failed to read element text.");
+        ReplaceWith(e, source, line, "Failed to read element text.");
     }
 }
 

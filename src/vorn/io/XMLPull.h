@@ -17,12 +17,6 @@ namespace vorn::io {
 
 namespace pull {
 
-// CIOException with `words`.
-[[noreturn]] void Fail(const char* source, unsigned int line, const char* words);
-// Prints `e` to CSystem::debugOut, then fails with `words`.
-[[noreturn]] void Reprint(const vorn::base::CException& e, const char* source, unsigned int line,
-                          const char* words);
-
 inline bool IsEmptyText(const unsigned short* text) {
     return text == nullptr || *text == 0;
 }
@@ -75,9 +69,9 @@ void Seek(CXMLReader& reader, Current&& current, XMLTokenType type, Matches&& ma
             if (current()->GetType() == type && matches())
                 break;
         if (current().IsNull())
-            Fail(source, line, "End of stream reached.");
+            ThrowIO(source, line, "End of stream reached.");
     } catch (const vorn::base::CNullReferenceException& e) {
-        Reprint(e, source, line, failed);
+        ReplaceWith(e, source, line, failed);
     }
 }
 
@@ -95,7 +89,7 @@ bool ReadRunIfAvailable(CXMLReader& reader, XMLReaderState* state, const char* s
 template <typename Tokenizer>
 bool ReadToken(Tokenizer* tokenizer, XMLReaderState* state, const char* source, unsigned int line) {
     if (tokenizer == nullptr)
-        Fail(source, line, "Reader closed.");
+        ThrowIO(source, line, "Reader closed.");
     try {
         if (!state->pending.IsNull()) {
             state->current = state->pending;
@@ -105,7 +99,7 @@ bool ReadToken(Tokenizer* tokenizer, XMLReaderState* state, const char* source, 
         state->current = tokenizer->GetNextToken();
         return !state->current.IsNull();
     } catch (const vorn::base::CMemoryException&) {
-        Fail(source, line, "Memory full.");
+        ThrowIO(source, line, "Memory full.");
     }
 }
 

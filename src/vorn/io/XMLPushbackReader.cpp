@@ -120,7 +120,7 @@ void CXMLPushbackReader::Close() {
 
 void CXMLPushbackReader::CheckOpen(unsigned int line) const {
     if (m_reader == nullptr)
-        pull::Fail(kSource, line, "Reader closed.");
+        ThrowIO(kSource, line, "Reader closed.");
 }
 
 // ---- The current token
@@ -226,11 +226,11 @@ void CXMLPushbackReader::ReadText(CUnicodeString* text) {
             if (pull::IsText((*m_current)->GetType()))
                 break;
         if (m_current->IsNull())
-            pull::Fail(kSource, __LINE__, "End of stream reached.");
+            ThrowIO(kSource, __LINE__, "End of stream reached.");
         if (text != nullptr)
             *text = (*m_current)->GetValue();
     } catch (const CNullReferenceException& e) {
-        pull::Reprint(e, kSource, __LINE__, "Failed to read element text.");
+        ReplaceWith(e, kSource, __LINE__, "Failed to read element text.");
     }
 }
 
@@ -259,10 +259,10 @@ bool CXMLPushbackReader::ReadElementTextIfAvailable() {
         UnreadToken();
         *m_current = HoldToken(new CXMLTextToken(run));
         if (m_current->IsNull())
-            pull::Fail(kSource, __LINE__, "End of stream reached.");
+            ThrowIO(kSource, __LINE__, "End of stream reached.");
         return true;
     } catch (const CNullReferenceException& e) {
-        pull::Reprint(e, kSource, __LINE__, "Failed to read element text.");
+        ReplaceWith(e, kSource, __LINE__, "Failed to read element text.");
     }
 }
 
@@ -270,14 +270,14 @@ bool CXMLPushbackReader::ReadElementTextIfAvailable() {
 
 void CXMLPushbackReader::Push(const CRef<IXMLToken>& token) {
     if (m_pushback->IsFull())
-        pull::Fail(kSource, __LINE__, "Pushback buffer is full.");
+        ThrowIO(kSource, __LINE__, "Pushback buffer is full.");
     m_pushback->m_tokens[--m_pushback->m_next] = token;
 }
 
 void CXMLPushbackReader::UnreadToken() {
     CheckOpen(__LINE__);
     if (m_current->IsNull())
-        pull::Fail(kSource, __LINE__, "There is no valid token.");
+        ThrowIO(kSource, __LINE__, "There is no valid token.");
     Push(*m_current);
 }
 

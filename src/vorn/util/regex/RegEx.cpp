@@ -194,6 +194,18 @@ bool InsideCharacter(const char* text, std::size_t bytes, std::size_t at) {
     return vorn::platform::utf8::Decode(text + lead, bytes - lead, c) > at - lead;
 }
 
+// The engine advances over a literal by its length in the pattern, escapes included, so a match
+// can end past the text ("a\\." on "a." ends at 3); no position given out lies past `limit`.
+void ClampPositions(xercesc::Match& match, std::size_t limit) {
+    const int last = static_cast<int>(limit);
+    for (int group = 0; group < match.getNoGroups(); ++group) {
+        if (match.getStartPos(group) > last)
+            match.setStartPos(group, last);
+        if (match.getEndPos(group) > last)
+            match.setEndPos(group, last);
+    }
+}
+
 // Rewrites the positions that the engine left in `match`, units of `wide`, as bytes of `text`:
 // sorted, they take one walk from the nearest boundary known on both sides. A position between
 // the halves of a surrogate pair, which no narrow text has, gives its character's first byte.
@@ -296,6 +308,8 @@ bool CRegEx::MatchNarrow(const char* text, unsigned int start, unsigned int end,
     Engine([&] { wide.Convert(text, bytes, start, ranged ? end : bytes); });
     const bool found = Engine(
         [&] { return m_regEx->matches(wide.Units(), wide.Start(), wide.End(), result, manager); });
+    if (result != nullptr)
+        ClampPositions(*result, wide.End());
     // With one unit to each byte the engine's positions are already bytes.
     if (result != nullptr && wide.Count() != bytes)
         Engine([&] { PositionsToBytes(*result, text, wide, manager); });
@@ -305,14 +319,18 @@ bool CRegEx::MatchNarrow(const char* text, unsigned int start, unsigned int end,
 bool CRegEx::MatchWide(const unsigned short* text, unsigned int start, unsigned int end,
                        bool ranged, CRegExMatch* match) const {
     CheckText(text);
+    const std::size_t length = ZK::ucslen(text);
     if (ranged)
-        CheckRange(start, end, ZK::ucslen(text));
+        CheckRange(start, end, length);
     xercesc::Match* result = match == nullptr ? nullptr : &*match->m_matchRef;
     xercesc::MemoryManager* manager = Manager();
     const XMLCh* units = EngineText(text);
-    if (!ranged)
-        return Engine([&] { return m_regEx->matches(units, result, manager); });
-    return Engine([&] { return m_regEx->matches(units, start, end, result, manager); });
+    const bool found =
+        ranged ? Engine([&] { return m_regEx->matches(units, start, end, result, manager); })
+               : Engine([&] { return m_regEx->matches(units, result, manager); });
+    if (result != nullptr)
+        ClampPositions(*result, ranged ? end : length);
+    return found;
 }
 
 bool CRegEx::Matches(char const* const text) const {

@@ -9,6 +9,7 @@ void Threads();
 void Sockets();
 void Files();
 void XmlReading();
+void XmlDom();
 void Tokenizers();
 void UntrustedInput();
 

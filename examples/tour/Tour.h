@@ -10,6 +10,7 @@ void Sockets();
 void Files();
 void XmlReading();
 void XmlWriting();
+void XmlDom();
 void Tokenizers();
 void UntrustedInput();
 

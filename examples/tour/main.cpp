@@ -474,6 +474,7 @@ int main() {
     tour::XmlWriting();
     tour::Tokenizers();
     tour::UntrustedInput();
+    tour::XmlDom();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -87,6 +87,8 @@
 #include <vorn/io/OutputStreamWriter.h>
 #include <vorn/io/PrintStream.h>
 #include <vorn/io/PrintWriter.h>
+#include <vorn/io/PushbackInputStream.h>
+#include <vorn/io/PushbackReader.h>
 #include <vorn/io/Reader.h>
 #include <vorn/io/Serializable.h>
 #include <vorn/io/UnknownCharacterException.h>
@@ -95,7 +97,9 @@
 #include <vorn/io/WCharToCharConverterFactory.h>
 #include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/Writer.h>
+#include <vorn/io/XMLDOMReader.h>
 #include <vorn/io/XMLException.h>
+#include <vorn/io/XMLPushbackReader.h>
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>
 #include <vorn/io/XMLTextReader.h>

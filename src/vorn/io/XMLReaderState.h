@@ -28,4 +28,16 @@ struct XMLReaderState : public vorn::base::CBase {
     ThrowIO(source, line, words);
 }
 
+// A new state for a reader that has just made its tokenizer; if none can be had, the tokenizer
+// goes and the failure passes on.
+template <typename Tokenizer> XMLReaderState* NewReaderState(Tokenizer*& tokenizer) {
+    try {
+        return new XMLReaderState;
+    } catch (...) {
+        delete tokenizer;
+        tokenizer = nullptr;
+        throw;
+    }
+}
+
 } // namespace vorn::io

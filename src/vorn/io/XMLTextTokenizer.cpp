@@ -18,6 +18,7 @@
 #include "platform/Cancellation.h"
 #include "platform/ChannelInputSource.h"
 #include "vorn/io/XMLTokens.h"
+#include "vorn/io/XercesText.h"
 
 namespace vorn::io {
 
@@ -33,14 +34,6 @@ namespace {
 const char* const kSource = "vorn/io/XMLTextTokenizer";
 const char kEmptyDocument[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 static_assert(sizeof kEmptyDocument - 1 == 38, "the empty document is 38 bytes");
-
-// Xerces-C's XMLCh is char16_t, the library's wide character unsigned short: the same units.
-const unsigned short* U(const XMLCh* text) {
-    return reinterpret_cast<const unsigned short*>(text);
-}
-const XMLCh* X(const unsigned short* text) {
-    return reinterpret_cast<const XMLCh*>(text);
-}
 
 // Hands the scanner what the stream gives, a whole block per call.
 class CInputStreamBinInputStream : public xercesc::BinInputStream {

@@ -13,6 +13,7 @@
 #include <vorn/io/MemoryOutputStream.h>
 #include <vorn/io/Serializable.h>
 #include <vorn/io/XMLTextReader.h>
+#include <vorn/io/XMLTextWriter.h>
 #include <vorn/util/StringMap.h>
 
 #include <string>
@@ -170,6 +171,40 @@ TEST(AllocationSweep, ReadingADocumentFreesEveryBinaryBlock) {
                 << nth << ": " << (e.GetErrorDescription() ? e.GetErrorDescription() : "");
         });
     EXPECT_GT(swept, 20u);
+}
+
+// A failure while a document is written is CMemoryException or the writer's "Memory full.", and a
+// run that absorbs one writes the whole document all the same.
+TEST(AllocationSweep, WritingADocumentLosesNothingItReports) {
+    vorn::test::DebugCapture quiet;
+    const auto wideBig = W(std::u16string(kBig.begin(), kBig.end()).c_str());
+    const char bytes[] = "bytes";
+    std::string whole;
+    const unsigned long swept = SweepAllocations(
+        [&] {
+            vorn::io::CMemoryOutputStream out(16, 16);
+            vorn::io::CXMLTextWriter w(&out, "UTF-8", 8, nullptr, nullptr, false);
+            w.WriteStartDocument();
+            w.WriteStartElement(W(u"p").c_str(), W(u"r").c_str(), W(u"urn:p").c_str());
+            w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:d").c_str());
+            w.WriteAttribute(W(u"a").c_str(), W(u"urn:p").c_str(), W(u"x&y").c_str());
+            w.WriteElementString(W(u"s").c_str(), W(u"urn:q").c_str(), wideBig.c_str());
+            w.WriteElementBase64(W(u"b").c_str(), bytes, 0, 5);
+            w.WriteStartElement(W(u"c").c_str());
+            w.WriteDouble(2.5);
+            w.WriteEndDocument();
+            w.Close();
+            const std::string text(out.GetBuffer(), out.GetBufferSize());
+            if (whole.empty())
+                whole = text;
+            EXPECT_EQ(text, whole);
+        },
+        [&](const CException& e, unsigned long nth) {
+            EXPECT_TRUE(IsMemory(e) || Says(e, "Memory full."))
+                << nth << ": " << (e.GetErrorDescription() ? e.GetErrorDescription() : "");
+        });
+    EXPECT_GT(swept, 10u);
+    EXPECT_NE(whole.find("</p:r>"), std::string::npos);
 }
 
 } // namespace

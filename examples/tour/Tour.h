@@ -9,6 +9,7 @@ void Threads();
 void Sockets();
 void Files();
 void XmlReading();
+void XmlWriting();
 void XmlDom();
 void Tokenizers();
 void UntrustedInput();

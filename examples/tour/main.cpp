@@ -471,6 +471,7 @@ int main() {
     tour::Sockets();
     tour::Files();
     tour::XmlReading();
+    tour::XmlWriting();
     tour::Tokenizers();
     tour::UntrustedInput();
     tour::XmlDom();

@@ -103,6 +103,8 @@
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>
 #include <vorn/io/XMLTextReader.h>
+#include <vorn/io/XMLTextTabulator.h>
+#include <vorn/io/XMLTextWriter.h>
 #include <vorn/io/XMLToken.h>
 #include <vorn/io/XMLWriter.h>
 #include <vorn/net/InetAddress.h>

@@ -27,7 +27,7 @@ class CRecordingStream : public vorn::io::COutputStream {
 public:
     using COutputStream::Write;
     void Write(const char* buffer, unsigned int offset, unsigned int count) override {
-        FailIf(failWrite, "Write failed.");
+        FailIf(failWrite || ++counted == failCountedWrite, "Write failed.");
         blocks.push_back(count);
         Keep(buffer + offset, count, "[", "]");
     }
@@ -52,6 +52,8 @@ public:
     std::vector<unsigned int> blocks;
     int flushes = 0, closes = 0;
     bool failWrite = false, failFlush = false, failClose = false;
+    // The counted write of this number (1 = the first) fails, once.
+    int failCountedWrite = 0, counted = 0;
 
 private:
     void Keep(const char* data, unsigned int count, const char* open, const char* close) {

@@ -50,6 +50,14 @@ int CWCharToCharUTF8::Convert(const unsigned short* source, unsigned int sourceO
 
     while (i < end) {
         const unsigned short u = source[i];
+        if (u < 0x80) {
+            // ASCII, most of any markup, goes straight across.
+            if (o >= limit)
+                return -1;
+            target[o++] = static_cast<char>(u);
+            ++i;
+            continue;
+        }
         if (!IsHighSurrogate(u)) {
             // One to three bytes; a lone low surrogate takes the three of its value.
             n = vorn::platform::utf8::Encode(u, bytes);

@@ -8,6 +8,7 @@
 #include "platform/Format.h"
 #include "platform/PtrCheck.h"
 #include "platform/UniText.h"
+#include "vorn/io/XMLWriterScratch.h"
 
 namespace vorn::io {
 
@@ -29,11 +30,9 @@ unsigned short scratch[kScratchUnits];
 const unsigned short* Formatted(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    ZK::vsnuprintf(scratch, kScratchUnits, format, arguments);
+    const unsigned short* text = FormatIntoScratch(scratch, kScratchUnits, format, arguments);
     va_end(arguments);
-    // A text that fills the area has no terminator of its own.
-    scratch[kScratchUnits - 1] = 0;
-    return scratch;
+    return text;
 }
 
 const unsigned short* Word(bool value) {

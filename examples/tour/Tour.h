@@ -5,5 +5,11 @@
 namespace tour {
 
 void Section(const char* title);
+void Threads();
+void Sockets();
+void Files();
+void XmlReading();
+void Tokenizers();
+void UntrustedInput();
 
 } // namespace tour

@@ -393,7 +393,7 @@ void BinaryDataAndRegularExpressions() {
 
     using vorn::util::regex::CRegEx;
     using vorn::util::regex::CRegExMatch;
-    const char* text = "ticket VRN-2024-0815 is open";
+    const char* text = "Zo\xc3\xab's ticket VRN-2024-0815 is open"; // positions count bytes
     CRegEx ticket("([A-Z]+)-([0-9]{4})-([0-9]+)");
     CRegExMatch match;
     if (ticket.Matches(text, match)) {
@@ -467,6 +467,12 @@ int main() {
     Streams();
     Encoding();
     BinaryDataAndRegularExpressions();
+    tour::Threads();
+    tour::Sockets();
+    tour::Files();
+    tour::XmlReading();
+    tour::Tokenizers();
+    tour::UntrustedInput();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

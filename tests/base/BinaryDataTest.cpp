@@ -63,8 +63,9 @@ Call Parsing(const Parser& parser) {
 
 // CBinaryData::name(arguments..., data, length), its first `bytes` bytes; or that call to come.
 #define PARSE(bytes, name, ...)                                                                    \
-    Parse([&](P d, N n) { CBinaryData::name(__VA_ARGS__, d, n); }, bytes)
-#define PARSING(name, ...) Parsing([=](P d, N n) { CBinaryData::name(__VA_ARGS__, d, n); })
+    Parse([&](P out, N outLength) { CBinaryData::name(__VA_ARGS__, out, outLength); }, bytes)
+#define PARSING(name, ...)                                                                         \
+    Parsing([=](P out, N outLength) { CBinaryData::name(__VA_ARGS__, out, outLength); })
 
 TEST(BinaryData, ValueSemantics) {
     EXPECT_EQ(CBinaryData(0u).GetData(), nullptr);

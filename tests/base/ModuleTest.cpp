@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <vorn/base/Base.h>
+#include <vorn/base/Thread.h>
 
 #include "platform/FileLayer.h"
 #include "platform/Resources.h"
@@ -50,6 +51,9 @@ TEST_F(ModuleTest, AttachedBeforeMainWithResourceCache) {
     EXPECT_TRUE(vorn::module::IsAttached());
     EXPECT_GT(vorn::module::ModuleResourceCache, 0);
     EXPECT_GE(vorn::platform::OpenResourceCaches(), 1);
+    // The attach step also made the thread slot, empty on this thread.
+    EXPECT_NE(vorn::module::CurrentThreadSlot, nullptr);
+    EXPECT_EQ(vorn::base::CThread::GetCurrentThread(), nullptr);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ using vorn::test::ExpectNoMemory;
 using vorn::test::ExpectThrowAt;
 
 struct Counted : CObject {
-    explicit Counted(int* deaths) : deaths(deaths) {}
+    explicit Counted(int* counter) : deaths(counter) {}
     ~Counted() override { ++*deaths; }
     int* deaths;
 };
@@ -55,7 +55,8 @@ TEST(Ref, CopiesAndAssignmentsCountAndTheLastDeletesOnce) {
     delete a;
     EXPECT_EQ(c.GetBlock()->GetCount(), 1);
     CRef<Counted> d(c);
-    c = c;
+    const CRef<Counted>& self = c;
+    c = self;
     d = c; // same block: drops and regains one
     EXPECT_EQ(c.GetBlock()->GetCount(), 2);
     EXPECT_EQ(deaths, 0);

@@ -118,9 +118,9 @@ TEST(PrintWriter, CloseEndsClosedWhenTheWriterBeneathFails) {
     ExpectThrow<CIOException>([&] { out.Print(1); }, kSource, "Writer closed.");
     using vorn::base::CIllegalArgumentException;
     ExpectThrow<CIllegalArgumentException>(
-        [] { CPrintWriter out(CRef<CWriter>(), false, nullptr); }, kSource, "Invalid writer.");
+        [] { CPrintWriter refused(CRef<CWriter>(), false, nullptr); }, kSource, "Invalid writer.");
     ExpectThrow<CIllegalArgumentException>(
-        [] { CPrintWriter out((CWriter*)nullptr, true, nullptr); }, kSource, "Invalid writer.");
+        [] { CPrintWriter refused((CWriter*)nullptr, true, nullptr); }, kSource, "Invalid writer.");
 }
 
 TEST(PrintWriter, NumbersAllocateNothingAndNarrowTextReusesItsBuffer) {

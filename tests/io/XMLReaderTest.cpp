@@ -19,6 +19,7 @@ using vorn::io::CXMLReader;
 using vorn::io::CXMLTextReader;
 using vorn::io::IXMLToken;
 using vorn::test::ExpectThrow;
+using vorn::test::N;
 using vorn::test::Str;
 using vorn::test::W;
 using vorn::test::XmlStream;
@@ -27,12 +28,6 @@ const char* const kSource = "vorn/io/XMLReader";
 
 template <typename E = CXMLException, typename F> void ExpectWords(F&& call, const char* words) {
     ExpectThrow<E>(call, kSource, words);
-}
-
-const unsigned short* N(const char16_t* name) {
-    static vorn::test::WString names[8];
-    static int next = 0;
-    return (names[next++ % 8] = W(name)).c_str();
 }
 
 TEST(XMLReader, TypedElementsTrimTheirTextAndKeepToTheirRange) {

@@ -16,16 +16,11 @@ using vorn::io::CXMLPIToken;
 using vorn::io::CXMLStartElementToken;
 using vorn::io::XMLAttributeList;
 using vorn::test::ExpectThrow;
+using vorn::test::N;
 using vorn::test::Str;
 using vorn::test::W;
 
 const char* const kList = "vorn/io/XMLAttributeList";
-
-const unsigned short* N(const char16_t* name) {
-    static vorn::test::WString names[8];
-    static int next = 0;
-    return (names[next++ % 8] = W(name)).c_str();
-}
 
 TEST(XMLAttributeList, AddsWhatItCanAndFindsTheFirstMatch) {
     XMLAttributeList list(2, 2);

@@ -12,6 +12,7 @@
 #include "platform/Debug.h"
 #include "platform/Format.h"
 #include "support/DebugCapture.h"
+#include "support/FormatDifferential.h"
 #include "support/Utf16.h"
 
 namespace {
@@ -136,92 +137,13 @@ TEST(FormatOwnRules, PrecisionBeyondTheDelegatedDigits) {
     }
 }
 
-// The engine against the C library wherever the two agree, on random flags, widths, precisions
-// and values, in narrow and UTF-16 output alike.
-class Differential {
-public:
-    explicit Differential(unsigned seed) : m_random(seed) {}
-
-    void Run(int cases) {
-        for (int i = 0; i < cases && !::testing::Test::HasFatalFailure(); ++i) {
-            long long bits = Pick(2) ? static_cast<long long>(Pick(200)) - 100
-                                     : static_cast<long long>(m_random());
-            switch (Pick(4)) {
-            case 0: { // our "l" is the C library's plain int
-                static const char* const lengths[][2] = {{"", ""},     {"l", ""},    {"h", "h"},
-                                                         {"hh", "hh"}, {"ll", "ll"}, {"I64", "ll"}};
-                char c = "diuoxX"[Pick(6)];
-                bool isSigned = c == 'd' || c == 'i';
-                std::string field = Field(isSigned ? "-+ 0" : (c == 'u' ? "-0" : "-#0"), true);
-                const char* const* l = lengths[Pick(6)];
-                if (l[1][0] == 'l')
-                    Compare("%" + field + l[0] + c, "%" + field + l[1] + c, bits);
-                else
-                    Compare("%" + field + l[0] + c, "%" + field + l[1] + c, static_cast<int>(bits));
-                break;
-            }
-            case 1: {
-                double v; // any bit pattern (NaNs, infinities, subnormals), or a plain value
-                std::memcpy(&v, &bits, sizeof v);
-                if (Pick(2))
-                    v = std::ldexp(static_cast<double>(bits % 100000),
-                                   static_cast<int>(Pick(90)) - 45);
-                char c = "eEfFgGaA"[Pick(8)];
-                std::string field = Field("-+ #0", true);
-                // The C library's long double %La normalises differently; the value is the same.
-                if (Pick(2) == 0 || c == 'a' || c == 'A')
-                    Compare("%" + field + (Pick(2) ? "l" : "") + c, "%" + field + c, v);
-                else
-                    Compare("%" + field + "L" + c, "%" + field + "L" + c,
-                            static_cast<long double>(v));
-                break;
-            }
-            case 2: {
-                std::string text;
-                for (unsigned n = Pick(20); n > 0; --n)
-                    text += static_cast<char>(' ' + Pick(95));
-                std::string field = Field("-", true);
-                Compare("%" + field + (Pick(2) ? "hs" : "s"), "%" + field + "s", text.c_str());
-                break;
-            }
-            default: {
-                std::string field = Field("-", false);
-                Compare("%" + field + "c", "%" + field + "c", static_cast<int>(' ' + Pick(95)));
-            }
-            }
-        }
-    }
-
-private:
-    unsigned Pick(unsigned n) {
-        return std::uniform_int_distribution<unsigned>(0, n - 1)(m_random);
-    }
-
-    std::string Field(const char* allowed, bool precision) {
-        std::string field;
-        for (const char* f = allowed; *f != 0; ++f)
-            if (Pick(4) == 0)
-                field += *f;
-        if (Pick(3) != 0)
-            field += std::to_string(Pick(40));
-        if (precision && Pick(3) != 0)
-            field += Pick(5) == 0 ? std::string(".") : "." + std::to_string(Pick(30));
-        return field;
-    }
-
-    template <typename T> void Compare(const std::string& ours, const std::string& theirs, T v) {
-        char expected[kRoom];
-        int n = std::snprintf(expected, sizeof expected, theirs.c_str(), v);
-        std::string reference(expected, static_cast<std::size_t>(n));
-        ASSERT_EQ(F(ours.c_str(), v), reference) << "format " << ours;
-        ASSERT_EQ(U(ours.c_str(), v), Widen(reference)) << "UTF-16 output, format " << ours;
-    }
-
-    std::mt19937_64 m_random;
-};
-
+// The engine against the C library wherever the two agree, in narrow and UTF-16 output alike.
 TEST(FormatDifferential, AgreesWithTheCLibrary) {
-    Differential(20240611).Run(20000);
+    vorn::test::FormatDifferential(20240611, [](const std::string& format, auto value,
+                                                const std::string& reference) {
+        ASSERT_EQ(F(format.c_str(), value), reference) << "format " << format;
+        ASSERT_EQ(U(format.c_str(), value), Widen(reference)) << "UTF-16 output, format " << format;
+    }).Run(20000);
 }
 
 // Formats twice from one argument list, as a caller retrying after a short buffer does: the

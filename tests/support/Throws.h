@@ -7,6 +7,7 @@
 
 #include <vorn/base/Class.h>
 #include <vorn/base/MemoryException.h>
+#include <vorn/base/win/WinSystemErrorException.h>
 
 #include "support/AllocFailure.h"
 
@@ -55,6 +56,21 @@ void ExpectNoMemory(F&& call, const char* source, unsigned int line = 0, unsigne
         }
         EXPECT_EQ(e.GetErrorDescription(), nullptr);
         EXPECT_EQ(e.GetMessage(), nullptr);
+    }
+}
+
+// `call` throws CWinSystemErrorException from `source` with `description` and the system's
+// `code`, whose text is the message.
+template <typename F>
+void ExpectSystemError(F&& call, const char* source, const char* description, unsigned long code) {
+    try {
+        call();
+        ADD_FAILURE() << "no exception";
+    } catch (const vorn::base::win::CWinSystemErrorException& e) {
+        EXPECT_STREQ(e.GetSourceFile(), source);
+        EXPECT_STREQ(e.GetErrorDescription(), description);
+        EXPECT_EQ(e.GetErrorCode(), code);
+        EXPECT_NE(e.GetMessage(), nullptr);
     }
 }
 

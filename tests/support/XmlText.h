@@ -22,6 +22,13 @@ inline vorn::base::CRef<vorn::io::CInputStream> XmlStream(const std::string& tex
         new vorn::io::CMemoryInputStream(copy, static_cast<unsigned int>(text.size()), true));
 }
 
+// A wide name for a call, from a pool of eight: enough for the names of one statement.
+inline const unsigned short* N(const char16_t* name) {
+    static WString names[8];
+    static int next = 0;
+    return (names[next++ % 8] = W(name)).c_str();
+}
+
 inline std::string Str(const vorn::base::CUnicodeString& text) {
     return Narrow(Units(text));
 }

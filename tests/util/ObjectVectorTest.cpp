@@ -25,7 +25,7 @@ const char* const kSource = "vorn/util/ObjectVector";
 
 // Equal by value, cloneable, and counts its deaths.
 struct Item : CObject {
-    Item(int value, int* deaths) : value(value), deaths(deaths) {}
+    Item(int v, int* counter) : value(v), deaths(counter) {}
     ~Item() override { ++*deaths; }
     bool Equals(const CObject* other) const override {
         auto* item = dynamic_cast<const Item*>(other);

@@ -13,12 +13,15 @@ namespace vorn::base {
 namespace detail {
 template <typename S> class TextBuffer;
 }
+class CStringH;
 
 class VORN_API CString {
 public:
     constexpr CString() : m_pchData(nullptr) {}
     // Shares the buffer of a non-empty `s`.
     CString(const CString& s) : m_pchData(nullptr) { Share(s); }
+    // A copy of the handle string's text; empty when its length is 0.
+    CString(const CStringH& s);
     // Null leaves the string null; "" gives a buffer of length 0.
     CString(const char* s);
     // The characters of `s` that fit in `n` bytes, with the length of the whole of `s`:
@@ -33,6 +36,7 @@ public:
     }
 
     CString& operator=(const CString& s);
+    CString& operator=(const CStringH& s);
     // A null `s` gives a buffer of length 0.
     CString& operator=(const char* s);
     CString& operator=(const unsigned short* s);

@@ -12,7 +12,7 @@ public:
     CUnknownCharacterException(const char* file, int line, unsigned short character);
 
 private:
-    unsigned short m_character; // kept for a debugger; there is no getter
+    [[maybe_unused]] unsigned short m_character; // kept for a debugger; there is no getter
 };
 
 } // namespace vorn::io

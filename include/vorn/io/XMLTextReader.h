@@ -70,8 +70,9 @@ private:
     void MakeState();
     const vorn::base::CRef<IXMLToken>& Current(unsigned int line) const;
     IXMLStartElementToken& StartElement(unsigned int line) const;
-    // Steps until a token of `type` that `matches`; "End of stream reached." if none comes.
-    template <typename Matches> void Seek(XMLTokenType type, unsigned int line, Matches matches);
+    // Steps until a token of `type` that `matches`; "End of stream reached." if none comes, and
+    // `failure` for a null access on the way.
+    template <typename Matches> void Seek(XMLTokenType type, const char* failure, Matches matches);
     // Joins the run that begins at the current token into one text token; see ReadElementText.
     void JoinRun(bool cdataContinues);
     // ReadElementText: finds the next run, joins it, and gives it in `text` unless that is null.

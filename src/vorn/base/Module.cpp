@@ -7,6 +7,7 @@
 namespace vorn::module {
 int ModuleStartCount = 0;
 std::int64_t ModuleResourceCache = 0;
+vorn::base::CThreadLocal* CurrentThreadSlot = nullptr;
 } // namespace vorn::module
 
 namespace vorn {

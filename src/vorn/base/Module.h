@@ -1,7 +1,12 @@
-// Module-wide state of the library: the start counter and the resource cache.
+// Module-wide state of the library: the start counter, the resource cache and the slot through
+// which a running thread finds its CThread.
 #pragma once
 
 #include <cstdint>
+
+namespace vorn::base {
+class CThreadLocal;
+}
 
 namespace vorn::module {
 
@@ -9,6 +14,8 @@ namespace vorn::module {
 extern int ModuleStartCount;
 // The resource cache taken at attach; positive while it is open.
 extern std::int64_t ModuleResourceCache;
+// Made at attach, given back at detach.
+extern vorn::base::CThreadLocal* CurrentThreadSlot;
 
 // Whether the load hook ran to its end.
 bool IsAttached();

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include <vorn/base/Exception.h>
+#include <vorn/base/ThreadLocal.h>
 
 #include "platform/Debug.h"
 #include "platform/ModuleImage.h"
@@ -21,6 +22,8 @@ const void* ModuleHandle() {
 }
 
 void Detach() {
+    delete CurrentThreadSlot;
+    CurrentThreadSlot = nullptr;
     if (ModuleResourceCache > 0)
         RSRemoveModuleImageCache(ModuleResourceCache);
     ModuleResourceCache = 0;
@@ -30,8 +33,12 @@ void Detach() {
 bool Attach() {
     try {
         ModuleResourceCache = RSInitModuleImageCache(ModuleHandle());
+        CurrentThreadSlot = new vorn::base::CThreadLocal();
+        CurrentThreadSlot->SetValue(nullptr);
         return true;
     } catch (const vorn::base::CException&) {
+        delete CurrentThreadSlot;
+        CurrentThreadSlot = nullptr;
         return false;
     }
 }

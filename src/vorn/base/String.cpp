@@ -1,5 +1,6 @@
 #include <vorn/base/MemoryException.h>
 #include <vorn/base/String.h>
+#include <vorn/base/StringH.h>
 
 #include <cctype>
 #include <climits>
@@ -102,6 +103,11 @@ CString::CString(const char* s, unsigned int n) : m_pchData(nullptr) {
     GetData()->length = length;
 }
 
+CString::CString(const CStringH& s) : m_pchData(nullptr) {
+    if (!s.IsEmpty())
+        AllocCopy(s, -1);
+}
+
 CString::CString(const unsigned short* s) : m_pchData(nullptr) {
     operator=(s);
 }
@@ -118,6 +124,14 @@ CString::CString(const unsigned short* s, unsigned int n) : m_pchData(nullptr) {
 
 CString& CString::operator=(const CString& s) {
     return Text::Assign(*this, s);
+}
+
+CString& CString::operator=(const CStringH& s) {
+    if (s.IsEmpty())
+        Empty();
+    else
+        AllocCopy(s, -1);
+    return *this;
 }
 
 CString& CString::operator=(const char* s) {

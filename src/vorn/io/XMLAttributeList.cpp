@@ -29,8 +29,9 @@ void XMLAttributeList::AddAttribute(const unsigned short* namespaceURI,
                                     const unsigned short* value) {
     if (namespaceURI == nullptr || IsEmptyText(localName) || IsEmptyText(qualifiedName))
         return;
-    AddElement(
-        {CopyText(qualifiedName), CopyText(localName), CopyText(namespaceURI), CopyText(value)});
+    XMLAttribute attribute{CopyText(qualifiedName), {}, CopyText(namespaceURI), CopyText(value)};
+    attribute.localName = CopyText(localName, qualifiedName, attribute.qualifiedName);
+    AddElement(attribute);
 }
 
 void XMLAttributeList::AddAttribute(const unsigned short* qualifiedName,
@@ -40,79 +41,59 @@ void XMLAttributeList::AddAttribute(const unsigned short* qualifiedName,
     AddElement({CopyText(qualifiedName), {}, {}, CopyText(value)});
 }
 
+template <typename Matches> int XMLAttributeList::Scan(Matches matches) const {
+    try {
+        for (unsigned int i = 0; i < GetSize(); ++i)
+            if (matches(GetElementAt(i)))
+                return static_cast<int>(i);
+        return -1;
+    } catch (const CArrayIndexOutOfBoundsException& e) {
+        e.Print(CSystem::debugOut);
+        return kAccessFailed;
+    }
+}
+
 int XMLAttributeList::Find(const unsigned short* namespaceURI,
                            const unsigned short* localName) const {
-    for (unsigned int i = 0; i < GetSize(); ++i) {
-        const XMLAttribute& attribute = GetElementAt(i);
-        if (attribute.localName == localName && attribute.namespaceURI == namespaceURI)
-            return static_cast<int>(i);
-    }
-    return -1;
+    if (IsEmptyText(namespaceURI))
+        Refuse(__LINE__, "Invalid namespace URI.");
+    if (IsEmptyText(localName))
+        Refuse(__LINE__, "Invalid local name.");
+    return Scan([&](const XMLAttribute& a) {
+        return a.localName == localName && a.namespaceURI == namespaceURI;
+    });
 }
 
 int XMLAttributeList::Find(const unsigned short* qualifiedName) const {
-    for (unsigned int i = 0; i < GetSize(); ++i)
-        if (GetElementAt(i).qualifiedName == qualifiedName)
-            return static_cast<int>(i);
-    return -1;
+    if (IsEmptyText(qualifiedName))
+        Refuse(__LINE__, "Invalid qualified name.");
+    return Scan([&](const XMLAttribute& a) { return a.qualifiedName == qualifiedName; });
+}
+
+const CUnicodeString& XMLAttributeList::ValueAt(int at) const {
+    if (at == kAccessFailed)
+        Refuse(__LINE__, "Failed to get the specified attribute of attribute list.");
+    if (at < 0)
+        Refuse(__LINE__, "No such attribute.");
+    return GetElementAt(static_cast<unsigned int>(at)).value;
 }
 
 bool XMLAttributeList::HasAttribute(const unsigned short* namespaceURI,
                                     const unsigned short* localName) const {
-    if (IsEmptyText(namespaceURI))
-        Refuse(__LINE__, "Invalid namespace URI.");
-    if (IsEmptyText(localName))
-        Refuse(__LINE__, "Invalid local name.");
-    try {
-        return Find(namespaceURI, localName) >= 0;
-    } catch (const CArrayIndexOutOfBoundsException& e) {
-        e.Print(CSystem::debugOut);
-        return false;
-    }
+    return Find(namespaceURI, localName) >= 0;
 }
 
 bool XMLAttributeList::HasAttribute(const unsigned short* qualifiedName) const {
-    if (IsEmptyText(qualifiedName))
-        Refuse(__LINE__, "Invalid qualified name.");
-    try {
-        return Find(qualifiedName) >= 0;
-    } catch (const CArrayIndexOutOfBoundsException& e) {
-        e.Print(CSystem::debugOut);
-        return false;
-    }
+    return Find(qualifiedName) >= 0;
 }
 
 const CUnicodeString& XMLAttributeList::GetAttribute(const unsigned short* namespaceURI,
                                                      const unsigned short* localName) const {
-    if (IsEmptyText(namespaceURI))
-        Refuse(__LINE__, "Invalid namespace URI.");
-    if (IsEmptyText(localName))
-        Refuse(__LINE__, "Invalid local name.");
-    int at;
-    try {
-        at = Find(namespaceURI, localName);
-    } catch (const CArrayIndexOutOfBoundsException& e) {
-        e.Print(CSystem::debugOut);
-        Refuse(__LINE__, "Failed to get the specified attribute of attribute list.");
-    }
-    if (at < 0)
-        Refuse(__LINE__, "No such attribute.");
-    return GetElementAt(static_cast<unsigned int>(at)).value;
+    return ValueAt(Find(namespaceURI, localName));
 }
 
 const CUnicodeString& XMLAttributeList::GetAttribute(const unsigned short* qualifiedName) const {
-    if (IsEmptyText(qualifiedName))
-        Refuse(__LINE__, "Invalid qualified name.");
-    int at;
-    try {
-        at = Find(qualifiedName);
-    } catch (const CArrayIndexOutOfBoundsException& e) {
-        e.Print(CSystem::debugOut);
-        Refuse(__LINE__, "Failed to get the specified attribute of attribute list.");
-    }
-    if (at < 0)
-        Refuse(__LINE__, "No such attribute.");
-    return GetElementAt(static_cast<unsigned int>(at)).value;
+    return ValueAt(Find(qualifiedName));
 }
 
 } // namespace vorn::io

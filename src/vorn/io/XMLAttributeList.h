@@ -14,6 +14,20 @@ inline vorn::base::CUnicodeString CopyText(const unsigned short* text) {
                                          : vorn::base::CUnicodeString(text);
 }
 
+// The same for a text that may equal one copied before into `copy` (a local name that is its
+// qualified name): that copy is shared instead. Only within one token, which one thread holds.
+inline vorn::base::CUnicodeString CopyText(const unsigned short* text, const unsigned short* copied,
+                                           const vorn::base::CUnicodeString& copy) {
+    if (text != nullptr && copied != nullptr) {
+        const unsigned short *a = text, *b = copied;
+        while (*a != 0 && *a == *b)
+            ++a, ++b;
+        if (*a == *b)
+            return copy;
+    }
+    return CopyText(text);
+}
+
 struct XMLAttribute {
     vorn::base::CUnicodeString qualifiedName;
     vorn::base::CUnicodeString localName;
@@ -40,9 +54,15 @@ public:
     const vorn::base::CUnicodeString& GetAttribute(const unsigned short* qualifiedName) const;
 
 private:
-    // The index of the first match, or -1; throws what the bounds-checked access throws.
+    // What Find gives when the bounds-checked access failed; the failure has been printed.
+    static constexpr int kAccessFailed = -2;
+
+    // The names checked, then the index of the first match, or -1.
     int Find(const unsigned short* namespaceURI, const unsigned short* localName) const;
     int Find(const unsigned short* qualifiedName) const;
+    template <typename Matches> int Scan(Matches matches) const;
+    // The value at what Find gave, or the failure it stands for.
+    const vorn::base::CUnicodeString& ValueAt(int at) const;
 };
 
 } // namespace vorn::io

@@ -9,6 +9,7 @@
 #include "platform/Memory.h"
 #include "platform/NumberParse.h"
 #include "platform/UniText.h"
+#include "vorn/io/XMLReaderState.h"
 #include "vorn/io/XMLTokens.h"
 
 namespace vorn::io {
@@ -34,12 +35,11 @@ const unsigned short kUInt64Format[] = {'%', 'l', 'l', 'u', 0};
 const char* const kUInt64Arguments[] = {"%llu", nullptr};
 
 [[noreturn]] void Fail(unsigned int line, const char* words) {
-    throw CIOException(kSource, line, words, nullptr);
+    ThrowIO(kSource, line, words);
 }
 
 [[noreturn]] void Reprint(const CException& e, unsigned int line, const char* words) {
-    e.Print(CSystem::debugOut);
-    Fail(line, words);
+    ReplaceWith(e, kSource, line, words);
 }
 
 // TrimLeft and TrimRight, asked only when there is white space to cut: each unshares the text

@@ -23,12 +23,11 @@ namespace {
 const char* const kSource = "vorn/io/XMLTextReader";
 
 [[noreturn]] void Fail(unsigned int line, const char* words) {
-    throw CIOException(kSource, line, words, nullptr);
+    ThrowIO(kSource, line, words);
 }
 
 [[noreturn]] void Reprint(const CException& e, unsigned int line, const char* words) {
-    e.Print(CSystem::debugOut);
-    Fail(line, words);
+    ReplaceWith(e, kSource, line, words);
 }
 
 bool IsEmptyText(const unsigned short* text) {
@@ -189,14 +188,18 @@ bool CXMLTextReader::ReadToken() {
 }
 
 template <typename Matches>
-void CXMLTextReader::Seek(XMLTokenType type, unsigned int line, Matches matches) {
-    // Everything on the way is dropped, at any depth: the search runs on past the enclosing
-    // element.
-    while (ReadToken())
-        if (m_state->current->GetType() == type && matches())
-            break;
-    if (m_state->current.IsNull())
-        Fail(line, "End of stream reached.");
+void CXMLTextReader::Seek(XMLTokenType type, const char* failure, Matches matches) {
+    try {
+        // Everything on the way is dropped, at any depth: the search runs on past the enclosing
+        // element.
+        while (ReadToken())
+            if (m_state->current->GetType() == type && matches())
+                break;
+        if (m_state->current.IsNull())
+            Fail(__LINE__, "End of stream reached.");
+    } catch (const CNullReferenceException& e) {
+        Reprint(e, __LINE__, failure);
+    }
 }
 
 bool CXMLTextReader::IsElementNameEqualsWith(const unsigned short* localName,
@@ -213,58 +216,35 @@ bool CXMLTextReader::IsElementNameEqualsWith(const unsigned short* qualifiedName
 void CXMLTextReader::ReadStartElement(const unsigned short* localName,
                                       const unsigned short* namespaceURI) {
     CheckNames(localName, namespaceURI);
-    try {
-        Seek(XMLTokenStartElement, __LINE__,
-             [&] { return IsElementNameEqualsWith(localName, namespaceURI); });
-    } catch (const CNullReferenceException& e) {
-        Reprint(e, __LINE__, "Failed to read the specified start element.");
-    }
+    Seek(XMLTokenStartElement, "Failed to read the specified start element.",
+         [&] { return IsElementNameEqualsWith(localName, namespaceURI); });
 }
 
 void CXMLTextReader::ReadStartElement(const unsigned short* qualifiedName) {
     CheckName(qualifiedName);
-    try {
-        Seek(XMLTokenStartElement, __LINE__,
-             [&] { return IsElementNameEqualsWith(qualifiedName); });
-    } catch (const CNullReferenceException& e) {
-        Reprint(e, __LINE__, "Failed to read the specified start element.");
-    }
+    Seek(XMLTokenStartElement, "Failed to read the specified start element.",
+         [&] { return IsElementNameEqualsWith(qualifiedName); });
 }
 
 void CXMLTextReader::ReadStartElement() {
-    try {
-        Seek(XMLTokenStartElement, __LINE__, [] { return true; });
-    } catch (const CNullReferenceException& e) {
-        Reprint(e, __LINE__, "Failed to read start element.");
-    }
+    Seek(XMLTokenStartElement, "Failed to read start element.", [] { return true; });
 }
 
 void CXMLTextReader::ReadEndElement(const unsigned short* localName,
                                     const unsigned short* namespaceURI) {
     CheckNames(localName, namespaceURI);
-    try {
-        Seek(XMLTokenEndElement, __LINE__,
-             [&] { return IsElementNameEqualsWith(localName, namespaceURI); });
-    } catch (const CNullReferenceException& e) {
-        Reprint(e, __LINE__, "Failed to read the specified end element.");
-    }
+    Seek(XMLTokenEndElement, "Failed to read the specified end element.",
+         [&] { return IsElementNameEqualsWith(localName, namespaceURI); });
 }
 
 void CXMLTextReader::ReadEndElement(const unsigned short* qualifiedName) {
     CheckName(qualifiedName);
-    try {
-        Seek(XMLTokenEndElement, __LINE__, [&] { return IsElementNameEqualsWith(qualifiedName); });
-    } catch (const CNullReferenceException& e) {
-        Reprint(e, __LINE__, "Failed to read the specified end element.");
-    }
+    Seek(XMLTokenEndElement, "Failed to read the specified end element.",
+         [&] { return IsElementNameEqualsWith(qualifiedName); });
 }
 
 void CXMLTextReader::ReadEndElement() {
-    try {
-        Seek(XMLTokenEndElement, __LINE__, [] { return true; });
-    } catch (const CNullReferenceException& e) {
-        Reprint(e, __LINE__, "Failed to read the end element.");
-    }
+    Seek(XMLTokenEndElement, "Failed to read the end element.", [] { return true; });
 }
 
 // ---- Text

@@ -1,7 +1,5 @@
 #include "vorn/io/XMLTextTokenizer.h"
 
-#include <cxxabi.h>
-
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLBuffer.hpp>
 #include <xercesc/internal/WFXMLScanner.hpp>
@@ -17,6 +15,7 @@
 
 #include <vorn/io/AccessDeniedException.h>
 
+#include "platform/Cancellation.h"
 #include "platform/ChannelInputSource.h"
 #include "vorn/io/XMLTokens.h"
 
@@ -96,41 +95,32 @@ private:
 
 // ---- Life
 
-CXMLTextTokenizer::CXMLTextTokenizer(const CRef<CInputStream>& stream)
-    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
-      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+CXMLTextTokenizer::CXMLTextTokenizer(const CRef<CInputStream>& stream) {
     if (stream.IsNull())
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
-    try {
-        Start(CInputStreamInputSource(stream));
-    } catch (const abi::__forced_unwind&) {
-        DeleteAll();
-        throw;
-    } catch (...) {
-        DeleteAll();
-        FailToCreate(__LINE__);
-    }
+    StartOnStream(CInputStreamInputSource(stream));
 }
 
-CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream)
-    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
-      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream) {
     if (stream == nullptr)
         throw CIOException(kSource, __LINE__, "Invalid input stream.", nullptr);
+    StartOnStream(CInputStreamInputSource(stream));
+}
+
+void CXMLTextTokenizer::StartOnStream(const xercesc::InputSource& source) {
     try {
-        Start(CInputStreamInputSource(stream));
-    } catch (const abi::__forced_unwind&) {
+        Start(source);
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
+        // A malformed prolog loses its CXMLException here.
         DeleteAll();
         FailToCreate(__LINE__);
     }
 }
 
-CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location)
-    : m_file(nullptr), m_queue(2, 2), m_validator(nullptr), m_grammarResolver(nullptr),
-      m_scanner(nullptr), m_depth(0), m_finished(false), m_rootEnded(false) {
+CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location) {
     try {
         m_file = new IO::File(location, IO::kFailIfNotFound);
         if (m_file->GetStatus() != ZK::kStatusOK)
@@ -148,7 +138,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(const IO::Location& location)
         // The file's own words, and a fault in the prolog as the scanner's.
         DeleteAll();
         throw;
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         DeleteAll();
         throw;
     } catch (...) {
@@ -207,7 +197,7 @@ CRef<IXMLToken> CXMLTextTokenizer::GetNextToken() {
         throw CIOException(kSource, __LINE__, failed, nullptr);
     } catch (const xercesc::XMLException&) {
         throw CIOException(kSource, __LINE__, failed, nullptr);
-    } catch (const abi::__forced_unwind&) {
+    } catch (const vorn::platform::ThreadCancellation&) {
         throw;
     } catch (...) {
         throw CIOException(kSource, __LINE__, failed, nullptr);

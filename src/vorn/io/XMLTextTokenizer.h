@@ -86,6 +86,8 @@ private:
 
     // Makes the scanner and takes its first step on `source`.
     void Start(const xercesc::InputSource& source);
+    // The same for a stream, where any failure reads "Failed to create XML text tokenizer.".
+    void StartOnStream(const xercesc::InputSource& source);
     // Deletes what the tokenizer made, the file first: on a failed construction and at the end.
     void DeleteAll();
     unsigned int Line() const;
@@ -96,17 +98,17 @@ private:
                            xercesc::XMLBuffer& buffer) const;
     void Queue(IXMLToken* token);
 
-    IO::File* m_file;
-    vorn::util::CQueue<vorn::base::CRef<IXMLToken>> m_queue;
-    xercesc::DTDValidator* m_validator;
-    xercesc::GrammarResolver* m_grammarResolver;
-    xercesc::WFXMLScanner* m_scanner;
+    IO::File* m_file = nullptr;
+    vorn::util::CQueue<vorn::base::CRef<IXMLToken>> m_queue{2, 2};
+    xercesc::DTDValidator* m_validator = nullptr;
+    xercesc::GrammarResolver* m_grammarResolver = nullptr;
+    xercesc::WFXMLScanner* m_scanner = nullptr;
     xercesc::XMLPScanToken m_scanToken;
-    unsigned int m_depth;
-    bool m_finished;
+    unsigned int m_depth = 0;
+    bool m_finished = false;
     // Comments and instructions after the root element make no token: the scanner reports them
     // in the step that ends the document, whose tokens past the root's end are dropped.
-    bool m_rootEnded;
+    bool m_rootEnded = false;
 };
 
 } // namespace vorn::io

@@ -21,7 +21,8 @@ IXMLEndElementToken::~IXMLEndElementToken() = default;
 CXMLElementToken::CXMLElementToken(XMLTokenType type, const unsigned short* namespaceURI,
                                    const unsigned short* localName,
                                    const unsigned short* qualifiedName)
-    : CXMLToken(type), m_qualifiedName(CopyText(qualifiedName)), m_localName(CopyText(localName)),
+    : CXMLToken(type), m_qualifiedName(CopyText(qualifiedName)),
+      m_localName(CopyText(localName, qualifiedName, m_qualifiedName)),
       m_namespaceURI(CopyText(namespaceURI)) {}
 
 CXMLElementToken::CXMLElementToken(XMLTokenType type, const unsigned short* qualifiedName)

@@ -89,6 +89,8 @@ public:
     vorn::base::CUnicodeString GetAttribute(const unsigned short* namespaceURI,
                                             const unsigned short* localName) const override;
     vorn::base::CUnicodeString GetAttribute(const unsigned short* qualifiedName) const override;
+    // Every attribute in document order, for code that must visit them all.
+    const XMLAttributeList& GetAttributeList() const { return *m_attributes; }
 
 private:
     CXMLStartElementToken(const CXMLStartElementToken&) = delete;

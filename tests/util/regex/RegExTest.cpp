@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
+#include <string>
 
 #include <vorn/base/ArrayIndexOutOfBoundsException.h>
 #include <vorn/base/IllegalArgumentException.h>
@@ -80,13 +82,16 @@ TEST(RegEx, ArgumentChecks) {
         {kBadRange, [&] { b.Matches("abc", 2, 1); }},
         {kBadRange, [&] { b.Matches("", 0, 0); }},
         {kBadRange, [&] { b.Matches(a, 0, 2); }},
-        // Narrow text is matched as the UTF-16 that the engine makes of it, and a range is held
-        // to that length too: "é" is two bytes and one unit.
-        {kBadRange, [] { CRegEx(".").Matches("\xc3\xa9", 0, 2); }}};
+        // Narrow ranges count bytes, and neither edge may fall inside a character.
+        {kBadRange, [] { CRegEx(".").Matches("\xc3\xa9", 0, 1); }},
+        {kBadRange, [] { CRegEx(".").Matches("a\xf0\x9f\x98\x80", 0, 4); }},
+        {kBadRange, [] { CRegEx(".").Matches("a\xe2\x82\xac", 2, 4); }}};
     for (const auto& [words, call] : checks)
         ExpectThrow<CIllegalArgumentException>(call, kSource, words);
     EXPECT_FALSE(b.Matches("abc", 2, 3));
-    EXPECT_TRUE(CRegEx(".").Matches("\xc3\xa9", 0, 1));
+    EXPECT_TRUE(CRegEx(".").Matches("\xc3\xa9", 0, 2));
+    // A continuation byte that no lead claims is a character of its own.
+    EXPECT_TRUE(CRegEx(".").Matches("\xc3\xa9\xa9", 2, 3));
 }
 
 TEST(RegEx, ParseFailuresTellThePatternAndTheFault) {
@@ -147,6 +152,58 @@ TEST(RegEx, MatchesAndGroups) {
     assigned = *source;
     delete source;
     EXPECT_TRUE(kept.Matches("xxy") && assigned.Matches("xy") && !assigned.Matches("z"));
+}
+
+// Narrow and wide matching of one text in characters of one to four bytes agree once positions
+// are converted, so the bytes between the narrow positions are exactly what the engine matched.
+TEST(RegEx, NarrowPositionsAreBytes) {
+    const std::pair<const char*, const char16_t*> pieces[] = {
+        {"a", u"a"},
+        {"\xc3\xa9", u"\u00e9"},
+        {"\xe2\x82\xac", u"\u20ac"},
+        {" ", u" "},
+        {"\xf0\x9f\x98\x80", u"\U0001F600"},
+        {"\xff", u"\ufffd"}}; // a stray byte matches as U+FFFD
+    std::string narrow;
+    vorn::test::WString wide;
+    std::map<unsigned int, unsigned int> unitAt; // the unit at each byte that starts a character
+    for (std::size_t i = 0; i < 40; ++i) {
+        unitAt[narrow.size()] = wide.size();
+        narrow += pieces[(i + i / 6) % 6].first;
+        wide += W(pieces[(i + i / 6) % 6].second);
+    }
+    unitAt[narrow.size()] = wide.size();
+    std::string manyGroups;
+    for (int i = 0; i < 16; ++i) // more positions than the mapping keeps on the stack
+        manyGroups += "(.)";
+    const unsigned int bytes = narrow.size(), units = wide.size();
+    for (const std::string pattern :
+         {"(.)(\\S)?", "[\xc3\xa9\xe2\x82\xac]+(\xf0\x9f\x98\x80)?", "\\w+", manyGroups.c_str()}) {
+        const CRegEx re(pattern.c_str());
+        CRegExMatch n, w;
+        unsigned int from = 0, found = 0;
+        while (from < bytes && (from == 0 ? re.Matches(narrow.c_str(), n)
+                                          : re.Matches(narrow.c_str(), from, bytes, n))) {
+            ASSERT_TRUE(re.Matches(wide.c_str(), unitAt[from], units, w)) << pattern;
+            ASSERT_EQ(n.GetGroupCount(), w.GetGroupCount());
+            for (unsigned int g = 0; g < n.GetGroupCount(); ++g) {
+                const unsigned int start = n.GetStartPosOfGroup(g), end = n.GetEndPosOfGroup(g);
+                const bool none = start == 0xFFFFFFFFu;
+                ASSERT_TRUE(none || (unitAt.count(start) && unitAt.count(end)));
+                EXPECT_EQ(none ? start : unitAt[start], w.GetStartPosOfGroup(g));
+                EXPECT_EQ(none ? end : unitAt[end], w.GetEndPosOfGroup(g)) << pattern << g;
+            }
+            ++found;
+            const unsigned int end = n.GetEndPosOfGroup(0);
+            from = end > from ? end : unitAt.upper_bound(from)->first;
+        }
+        EXPECT_GT(found, 1u) << pattern;
+    }
+    CRegExMatch match;
+    ASSERT_TRUE(CRegEx("\xe2\x82\xac(.)").Matches(narrow.c_str(), 3, bytes, match));
+    EXPECT_EQ(narrow.substr(match.GetStartPosOfGroup(1),
+                            match.GetEndPosOfGroup(1) - match.GetStartPosOfGroup(1)),
+              " ");
 }
 
 TEST(RegEx, MemoryFailures) {

@@ -27,7 +27,10 @@ public:
     ~CRegEx();
 
     // Whether the whole text, or the range [start, end) of it, holds a match; `match` receives
-    // the groups of one. The range must be non-empty and inside the text.
+    // the groups of one. The range must be non-empty and inside the text. Narrow text is UTF-8
+    // (a byte that begins no well-formed sequence matches as U+FFFD): its range and the positions
+    // in `match` are bytes, and a range edge inside a character throws CIllegalArgumentException
+    // "Invalid start & end positons.". Wide text counts in UTF-16 units.
     bool Matches(char const* const text) const;
     bool Matches(char const* const text, CRegExMatch& match) const;
     bool Matches(char const* const text, unsigned int start, unsigned int end) const;

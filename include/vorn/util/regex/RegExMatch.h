@@ -21,7 +21,8 @@ public:
 
     // Group 0 is the whole match. 0 before any match has been written.
     unsigned int GetGroupCount() const;
-    // Positions in units of the text matched; a group that took no part gives 0xFFFFFFFF. A
+    // Positions in units of the text matched, bytes (at character edges) for narrow text and
+    // UTF-16 units for wide; a group that took no part gives 0xFFFFFFFF. A
     // group past the last, or a result not yet written, throws CArrayIndexOutOfBoundsException.
     unsigned int GetStartPosOfGroup(unsigned int group) const;
     unsigned int GetEndPosOfGroup(unsigned int group) const;

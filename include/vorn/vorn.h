@@ -95,6 +95,7 @@
 #include <vorn/io/WCharToCharConverterFactory.h>
 #include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/Writer.h>
+#include <vorn/io/XMLDOMWriter.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/io/XMLReader.h>
 #include <vorn/io/XMLSerializable.h>

@@ -11,5 +11,6 @@ void Files();
 void XmlReading();
 void Tokenizers();
 void UntrustedInput();
+void XmlDomWriting();
 
 } // namespace tour

@@ -473,6 +473,7 @@ int main() {
     tour::XmlReading();
     tour::Tokenizers();
     tour::UntrustedInput();
+    tour::XmlDomWriting();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

@@ -92,6 +92,7 @@ private:
     void ElementString(unsigned short const* local, unsigned short const* uri,
                        unsigned short const* value);
     void AppendText(unsigned short const* text);
+    void AppendEncoded(bool base64, char const* data, unsigned int offset, unsigned int count);
     // Before the document element while there is no root, else into the current element.
     void Place(xercesc::DOMNode* node);
 

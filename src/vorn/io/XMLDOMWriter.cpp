@@ -375,24 +375,26 @@ void CXMLDOMWriter::WriteString(unsigned short const* value) {
     Guarded(kText, __LINE__, [&] { AppendText(value); });
 }
 
-void CXMLDOMWriter::WriteBase64(char const* data, unsigned int offset, unsigned int count) {
+void CXMLDOMWriter::AppendEncoded(bool base64, char const* data, unsigned int offset,
+                                  unsigned int count) {
     CheckStarted();
     CheckRoot(__LINE__, "Document element hasn't been written yet.");
+    Encoder encode = CBinaryData::ToBinHexUnicodeString;
+    if (base64)
+        encode = CBinaryData::ToBase64UnicodeString;
     Guarded(kText, __LINE__, [&] {
         CUnicodeString text;
-        Encode(CBinaryData::ToBase64UnicodeString, data, offset, count, text);
+        Encode(encode, data, offset, count, text);
         AppendText(text);
     });
 }
 
+void CXMLDOMWriter::WriteBase64(char const* data, unsigned int offset, unsigned int count) {
+    AppendEncoded(true, data, offset, count);
+}
+
 void CXMLDOMWriter::WriteBinHex(char const* data, unsigned int offset, unsigned int count) {
-    CheckStarted();
-    CheckRoot(__LINE__, "Document element hasn't been written yet.");
-    Guarded(kText, __LINE__, [&] {
-        CUnicodeString text;
-        Encode(CBinaryData::ToBinHexUnicodeString, data, offset, count, text);
-        AppendText(text);
-    });
+    AppendEncoded(false, data, offset, count);
 }
 
 void CXMLDOMWriter::WriteWhitespace(unsigned short const* text) {

@@ -13,5 +13,6 @@ void XmlWriting();
 void XmlDom();
 void Tokenizers();
 void UntrustedInput();
+void XmlDomWriting();
 
 } // namespace tour

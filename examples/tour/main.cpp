@@ -475,6 +475,7 @@ int main() {
     tour::Tokenizers();
     tour::UntrustedInput();
     tour::XmlDom();
+    tour::XmlDomWriting();
     std::printf("\nvorn::Terminate() -> %d\n", vorn::Terminate());
     std::printf("vorn::Terminate() -> %d\n", vorn::Terminate());
     return 0;

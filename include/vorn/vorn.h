@@ -98,6 +98,7 @@
 #include <vorn/io/WCharToCharUTF8.h>
 #include <vorn/io/Writer.h>
 #include <vorn/io/XMLDOMReader.h>
+#include <vorn/io/XMLDOMWriter.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/io/XMLPushbackReader.h>
 #include <vorn/io/XMLReader.h>

@@ -12,15 +12,12 @@
 #include <random>
 #include <set>
 
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-
 #include <vorn/base/BinaryData.h>
 #include <vorn/io/XMLException.h>
 #include <vorn/io/XMLTextReader.h>
 
 #include "support/Files.h"
+#include "support/XmlEvents.h"
 #include "support/XmlText.h"
 #include "support/XmlWriting.h"
 
@@ -28,55 +25,15 @@ namespace {
 
 using vorn::base::CRef;
 using vorn::io::IXMLToken;
+using vorn::test::Attribute;
+using vorn::test::Event;
+using vorn::test::Join;
 using vorn::test::Narrow;
+using vorn::test::Normal;
+using vorn::test::ParseWithXerces;
+using vorn::test::Utf8;
 using vorn::test::W;
 using vorn::test::WString;
-
-struct Attribute {
-    std::string qname, uri, local, value;
-};
-
-// One token of a document: S, E, T (text), D (CDATA), C (comment) or P; `token` is the reader's.
-struct Event {
-    char kind;
-    std::string name, uri, local, text;
-    std::vector<Attribute> attributes;
-    CRef<IXMLToken> token;
-
-    std::string Describe(bool withAttributes) const {
-        std::string out = std::string(1, kind) + ":" + name;
-        if (kind == 'S' || kind == 'E')
-            out += "{" + uri + "}" + local;
-        if (kind == 'S' && withAttributes) {
-            std::vector<std::string> each;
-            for (const Attribute& a : attributes)
-                each.push_back(a.qname + "{" + a.uri + "}" + a.local + "=" + a.value);
-            std::sort(each.begin(), each.end());
-            for (const std::string& a : each)
-                out += " " + a;
-        }
-        return out + (kind == 'S' || kind == 'E' ? "" : text);
-    }
-};
-
-// Without the line ends the writer puts in, adjacent texts joined, empty texts and CDATA and
-// the white space around the root dropped.
-std::vector<Event> Normal(const std::vector<Event>& events) {
-    std::vector<Event> out;
-    int depth = 0;
-    for (Event e : events) {
-        depth += e.kind == 'S' ? 1 : e.kind == 'E' ? -1 : 0;
-        if (e.kind == 'T')
-            e.text.erase(std::remove(e.text.begin(), e.text.end(), '\n'), e.text.end());
-        if ((e.kind == 'T' && (e.text.empty() || depth == 0)) || (e.kind == 'D' && e.text.empty()))
-            continue;
-        if (e.kind == 'T' && !out.empty() && out.back().kind == 'T')
-            out.back().text += e.text;
-        else
-            out.push_back(e);
-    }
-    return out;
-}
 
 // Up to the root's end tag: the reader may drop what follows it.
 std::vector<Event> UpToRootEnd(std::vector<Event> events) {
@@ -91,23 +48,8 @@ std::vector<Event> UpToRootEnd(std::vector<Event> events) {
     return events;
 }
 
-std::string Join(const std::vector<Event>& events, bool withAttributes) {
-    std::string out;
-    for (const Event& e : events)
-        out += e.Describe(withAttributes) + "\n";
-    return out;
-}
-
 WString Ascii(const char* text) {
     return WString(text, text + std::char_traits<char>::length(text));
-}
-
-std::string Utf8(const WString& text) {
-    return Narrow(text);
-}
-std::string Utf8(const XMLCh* text) {
-    return text == nullptr ? ""
-                           : Narrow(WString(text, text + std::char_traits<XMLCh>::length(text)));
 }
 
 // The grammar, and a model of what the writer keeps: its context stack with the walk that
@@ -533,70 +475,6 @@ private:
     std::set<WString> m_tag; // names written into the open start tag
     bool m_rootStarted = false, m_tagOpen = false;
 };
-
-// The document as Xerces-C's DOM sees it, with namespaces; an error of any kind fails.
-std::vector<Event> ParseWithXerces(const std::string& document, std::string& error) {
-    using namespace xercesc;
-    XercesDOMParser parser;
-    parser.setDoNamespaces(true);
-    parser.setCreateEntityReferenceNodes(false);
-    MemBufInputSource source(reinterpret_cast<const XMLByte*>(document.data()), document.size(),
-                             "doc");
-    try {
-        parser.parse(source);
-    } catch (...) {
-        error = "exception";
-    }
-    std::vector<Event> events;
-    if (parser.getErrorCount() != 0 || parser.getDocument() == nullptr) {
-        error += "errors";
-        return events;
-    }
-    std::function<void(DOMNode*)> walk = [&](DOMNode* node) {
-        for (DOMNode* n = node->getFirstChild(); n != nullptr; n = n->getNextSibling()) {
-            switch (n->getNodeType()) {
-            case DOMNode::ELEMENT_NODE: {
-                Event e{'S',
-                        Utf8(n->getNodeName()),
-                        Utf8(n->getNamespaceURI()),
-                        Utf8(n->getLocalName()),
-                        "",
-                        {},
-                        {}};
-                DOMNamedNodeMap* attributes = n->getAttributes();
-                for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
-                    DOMNode* a = attributes->item(i);
-                    const std::string qname = Utf8(a->getNodeName());
-                    if (qname != "xmlns" && qname.compare(0, 6, "xmlns:") != 0)
-                        e.attributes.push_back({qname, Utf8(a->getNamespaceURI()),
-                                                Utf8(a->getLocalName()), Utf8(a->getNodeValue())});
-                }
-                events.push_back(e);
-                walk(n);
-                events.push_back({'E', e.name, e.uri, e.local, "", {}, {}});
-                break;
-            }
-            case DOMNode::TEXT_NODE:
-                events.push_back({'T', "", "", "", Utf8(n->getNodeValue()), {}, {}});
-                break;
-            case DOMNode::CDATA_SECTION_NODE:
-                events.push_back({'D', "", "", "", Utf8(n->getNodeValue()), {}, {}});
-                break;
-            case DOMNode::COMMENT_NODE:
-                events.push_back({'C', "", "", "", Utf8(n->getNodeValue()), {}, {}});
-                break;
-            case DOMNode::PROCESSING_INSTRUCTION_NODE:
-                events.push_back(
-                    {'P', Utf8(n->getNodeName()), "", "", "=" + Utf8(n->getNodeValue()), {}, {}});
-                break;
-            default:
-                break;
-            }
-        }
-    };
-    walk(parser.getDocument());
-    return events;
-}
 
 // The document as CXMLTextReader gives it, start elements keeping their tokens.
 std::vector<Event> ReadBack(const std::string& document) {

@@ -30,7 +30,7 @@ constexpr std::size_t kMaxPattern = 48;
 constexpr std::size_t kMaxSubject = 48;
 
 // Finds a repeat (*, + or {}) of something that can match the empty string, however deeply
-// nested: "(b|a*)*c" or "((())+)*". The engine recurses once per empty round of such a repeat and
+// nested: "(b|a*)*c" or "((a*))+c". The engine recurses once per empty round of such a repeat and
 // never stops, so it overflows any stack. Reads the pattern loosely and leans to "found": ignored
 // space, anchors, look-arounds, back references and option groups all count as possibly empty.
 class EmptyRepeat {

@@ -6,6 +6,7 @@
 #include <vorn/base/MemoryException.h>
 #include <vorn/util/regex/RegEx.h>
 
+#include <algorithm>
 #include <cctype>
 #include <memory>
 #include <string>
@@ -23,39 +24,101 @@ using Units = std::u16string;
 
 namespace {
 
-// The engine backtracks: its time grows with the subject to a power set by the pattern's
-// nesting, and a counted repeat is unrolled at compile time. Inputs stay below these.
+// The engine backtracks: a repeat of alternatives that match alike, "(..(|(|())))*" or "(a|a)*b",
+// tries every way through, exponential in the subject's length; and a counted repeat is unrolled
+// at compile time. Inputs stay below these.
 constexpr std::size_t kMaxPattern = 48;
-constexpr std::size_t kMaxSubject = 48;
+constexpr std::size_t kMaxSubject = 16;
 
-// Whether a group under *, + or {} could match the empty string (a quantifier, an alternative,
-// an anchor, a look-around or ignored space inside it, or nothing at all). The engine recurses
-// once per empty round of such a group and never stops: "(b|a*)*c" overflows any stack.
-bool RepeatsEmptyGroup(const std::string& p) {
-    std::basic_string<std::size_t> open;
-    for (std::size_t i = 0; i < p.size(); ++i) {
-        if (p[i] == '\\') {
-            ++i;
-        } else if (p[i] == '[') {
-            while (++i < p.size() && p[i] != ']')
-                i += p[i] == '\\';
-        } else if (p[i] == '(') {
-            open.push_back(i);
-        } else if (p[i] == ')' && !open.empty()) {
-            const std::string body = p.substr(open.back() + 1, i - open.back() - 1);
-            open.pop_back();
-            bool zeroWidth =
-                body.empty() || body.find_first_of("*?{|^$ #\t\n\r") != std::string::npos;
-            for (std::size_t k = 0; k + 1 < body.size(); ++k)
-                zeroWidth |= body[k] == '\\' &&
-                             std::string("bBAZz<>").find(body[k + 1]) != std::string::npos;
-            if (zeroWidth && i + 1 < p.size() &&
-                std::string("*+{").find(p[i + 1]) != std::string::npos)
-                return true;
+// Finds a repeat (*, + or {}) of something that can match the empty string, however deeply
+// nested: "(b|a*)*c" or "((a*))+c". The engine recurses once per empty round of such a repeat and
+// never stops, so it overflows any stack. Reads the pattern loosely and leans to "found": ignored
+// space, anchors, look-arounds, back references and option groups all count as possibly empty.
+class EmptyRepeat {
+public:
+    explicit EmptyRepeat(const std::string& pattern) : m_p(pattern) {}
+
+    bool Found() {
+        while (m_i < m_p.size()) {
+            Alternatives();
+            ++m_i; // a stray ')'
         }
+        return m_found;
     }
-    return false;
-}
+
+private:
+    bool At(char c) const { return m_i < m_p.size() && m_p[m_i] == c; }
+
+    // The alternatives up to the next ')': whether one of them can match nothing.
+    bool Alternatives() {
+        bool empty = false, branch = true;
+        while (m_i < m_p.size() && m_p[m_i] != ')') {
+            if (m_p[m_i] == '|') {
+                empty |= branch;
+                branch = true;
+                ++m_i;
+            } else {
+                const bool atom = Atom();
+                branch &= Quantified(atom);
+            }
+        }
+        return empty || branch;
+    }
+
+    bool Atom() {
+        const char c = m_p[m_i++];
+        if (c == '(') {
+            bool zeroWidth = false;
+            if (At('?')) {
+                ++m_i;
+                zeroWidth = !At(':') && !At('>');
+                m_i += !zeroWidth;
+            }
+            const bool body = Alternatives();
+            m_i += At(')');
+            return zeroWidth || body;
+        }
+        if (c == '[') {
+            for (int depth = 1; m_i < m_p.size() && depth > 0; ++m_i)
+                if (m_p[m_i] == '\\')
+                    ++m_i;
+                else
+                    depth += m_p[m_i] == '[' ? 1 : m_p[m_i] == ']' ? -1 : 0;
+            return false;
+        }
+        if (c == '\\') {
+            if (m_i == m_p.size())
+                return false;
+            const char e = m_p[m_i++];
+            if ((e == 'p' || e == 'P') && At('{'))
+                m_i = std::min(m_p.find('}', m_i), m_p.size() - 1) + 1;
+            return std::string("bBAZz<>").find(e) != std::string::npos ||
+                   std::isdigit(static_cast<unsigned char>(e));
+        }
+        return c == '^' || c == '$' || c == '#' || std::isspace(static_cast<unsigned char>(c));
+    }
+
+    // Applies the quantifiers that follow an atom; gives whether the result can match nothing.
+    bool Quantified(bool empty) {
+        while (m_i < m_p.size() && std::string("*+?{").find(m_p[m_i]) != std::string::npos) {
+            const char q = m_p[m_i++];
+            if (q != '?')
+                m_found |= empty;
+            if (q == '{') {
+                empty |= At('0') || At(',');
+                m_i = std::min(m_p.find('}', m_i), m_p.size() - 1) + 1;
+            } else {
+                empty |= q != '+';
+            }
+            m_i += q != '?' && At('?'); // lazy
+        }
+        return empty;
+    }
+
+    const std::string& m_p;
+    std::size_t m_i = 0;
+    bool m_found = false;
+};
 
 // Whether a counted repeat asks for more than 255 rounds: the engine builds each round at compile
 // time, so "a{99999999}" costs memory and time in proportion.
@@ -174,7 +237,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     subject = subject.substr(0, subject.find('\0'));
     if (pattern.size() > kMaxPattern || subject.size() > kMaxSubject ||
-        RepeatsEmptyGroup(pattern) || CountsHigh(pattern))
+        EmptyRepeat(pattern).Found() || CountsHigh(pattern))
         return 0;
 
     const auto length = static_cast<unsigned int>(subject.size());

@@ -29,7 +29,8 @@ class Files {
 public:
     Files() {
         const char* tmp = std::getenv("TMPDIR");
-        std::string name = std::string(tmp != nullptr ? tmp : "/tmp") + "/vorn-file-bench-XXXXXX";
+        std::string name = std::string(tmp != nullptr ? tmp : "/tmp") + "/vorn-file-bench-" +
+                           std::string(6, 'X'); // mkdtemp's unique part
         if (mkdtemp(name.data()) == nullptr)
             std::abort();
         m_dir = name;

@@ -15,6 +15,7 @@
 
 #include "platform/Memory.h"
 #include "support/AllocFailure.h"
+#include "support/Files.h"
 #include "support/Throws.h"
 #include "support/Utf16.h"
 
@@ -260,7 +261,8 @@ TEST(BinaryData, MemoryFailures) {
 TEST(BinaryData, Base64AgreesWithTheSystemProgram) {
     if (std::system("command -v base64 >/dev/null 2>&1") != 0)
         GTEST_SKIP() << "no base64 program on this system";
-    char path[] = "/tmp/vorn-base64-XXXXXX";
+    std::string name = vorn::test::UniqueName("/tmp/vorn-base64-");
+    char* path = name.data();
     const int fd = mkstemp(path);
     ASSERT_GE(fd, 0);
     std::mt19937 random(20240611);

@@ -14,6 +14,7 @@
 #include <vorn/io/MemoryInputStream.h>
 #include <vorn/io/MemoryOutputStream.h>
 
+#include "support/Files.h"
 #include "support/Utf16.h"
 
 namespace {
@@ -40,8 +41,8 @@ protected:
     void SetUp() override {
         if (std::system("command -v javac >/dev/null 2>&1 && command -v java >/dev/null 2>&1"))
             GTEST_SKIP() << "no JDK here (javac and java): the JVM interoperation isn't tested";
-        char directory[] = "/tmp/vorn-java-XXXXXX";
-        ASSERT_NE(mkdtemp(directory), nullptr);
+        std::string directory = vorn::test::UniqueName("/tmp/vorn-java-");
+        ASSERT_NE(mkdtemp(directory.data()), nullptr);
         m_directory = directory;
         ASSERT_EQ(std::system(("javac -d " + m_directory +
                                " " VORN_TEST_SOURCE_DIR "/io/java/DataStreamPeer.java")

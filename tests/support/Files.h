@@ -12,11 +12,16 @@
 
 namespace vorn::test {
 
+// A name for mkstemp or mkdtemp, which put a unique part in place of its last six characters.
+inline std::string UniqueName(const std::string& prefix) {
+    return prefix + std::string(6, 'X');
+}
+
 class TempDir {
 public:
     TempDir() {
-        char name[] = "/tmp/vorn-test-XXXXXX";
-        if (mkdtemp(name) != nullptr)
+        std::string name = UniqueName("/tmp/vorn-test-");
+        if (mkdtemp(name.data()) != nullptr)
             m_path = name;
     }
     ~TempDir() {

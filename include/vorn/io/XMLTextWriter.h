@@ -38,8 +38,8 @@ class VORN_API CXMLTextWriter : public CXMLWriter {
 public:
     // `bufferSize` units of buffer, which must not be 0 ("Invalid buffer size."); a null
     // `endOfLine` is CR LF; the tabulator is the caller's to keep alive and may be null. A null
-    // stream is "Invalid output stream.", a null or empty encoding "Invalid encoding
-    // specification."; "UTF-8" is the encoding there is.
+    // stream or a null or empty encoding is a CIllegalArgumentException; "UTF-8" is the encoding
+    // there is.
     CXMLTextWriter(vorn::base::CRef<COutputStream> const& stream, char const* encoding,
                    unsigned int bufferSize, CXMLTextTabulator* tabulator,
                    unsigned short const* endOfLine, bool writeByteOrderMark);

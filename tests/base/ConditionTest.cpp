@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <memory>
 #include <thread>
 #include <vector>
 
@@ -36,8 +35,6 @@ public:
 namespace {
 
 using namespace vorn::base;
-using vorn::test::FunctionThread;
-using vorn::test::JoinOrAbort;
 using Clock = std::chrono::steady_clock;
 const char* const kCondition = "vorn/base/ConditionImplWin";
 
@@ -106,30 +103,26 @@ TEST(ConditionThreads, NotifyWakesWhoWaitsNotWhoLeftOrCameLater) {
     CLock lock;
     CCondition condition(lock);
     std::atomic<int> woken{0};
-    std::vector<std::unique_ptr<FunctionThread>> waiters;
     // One waiter gives up first; a notification must not be spent on it.
-    waiters.emplace_back(FunctionThread::Run([&] {
-        lock.Acquire();
-        EXPECT_FALSE(condition.Wait(10));
-        lock.Release();
-    }));
-    JoinOrAbort(*waiters.back());
-    for (int i = 0; i < 3; ++i)
-        waiters.emplace_back(FunctionThread::Run([&] {
+    lock.Acquire();
+    EXPECT_FALSE(condition.Wait(10));
+    lock.Release();
+    vorn::test::RunAndJoin(4, [&](int t) {
+        if (t < 3) {
             lock.Acquire();
             if (condition.Wait(10000))
                 ++woken;
             lock.Release();
-        }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    condition.Notify();
-    for (int i = 0; i < 500 && woken.load() == 0; ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(woken.load(), 1);
-    condition.NotifyAll();
-    for (auto& waiter : waiters)
-        JoinOrAbort(*waiter);
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        condition.Notify();
+        for (int i = 0; i < 500 && woken.load() == 0; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_EQ(woken.load(), 1);
+        condition.NotifyAll();
+    });
     EXPECT_EQ(woken.load(), 3);
     lock.Acquire();
     EXPECT_FALSE(condition.Wait(20));

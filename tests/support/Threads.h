@@ -4,7 +4,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +41,15 @@ inline void JoinOrAbort(vorn::base::CThread& thread, unsigned int milliseconds =
         std::fprintf(stderr, "thread not joined after %u ms\n", milliseconds);
         std::abort();
     }
+}
+
+// Runs `body(i)` for i in [0, count) on threads of their own, all at once, and joins them.
+inline void RunAndJoin(int count, const std::function<void(int)>& body) {
+    std::vector<std::unique_ptr<FunctionThread>> threads;
+    for (int i = 0; i < count; ++i)
+        threads.emplace_back(FunctionThread::Run([&body, i] { body(i); }));
+    for (auto& thread : threads)
+        JoinOrAbort(*thread);
 }
 
 } // namespace vorn::test
